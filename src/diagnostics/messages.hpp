@@ -1,0 +1,82 @@
+// Every fixed text the command line and the front end print. They are output, not prose:
+// they are reproduced letter for letter, their authors' spellings included.
+#pragma once
+
+#include <string_view>
+
+namespace edd::messages {
+
+// Command line and driver.
+inline constexpr std::string_view banner = "Tarnwick - Release: 1.0.0.12";
+inline constexpr std::string_view usage_prefix = "Usage: ";
+inline constexpr std::string_view usage_suffix = " [options] file";
+inline constexpr std::string_view help_lines[] = {
+    "Options:",
+    "    -I <path>  Include path.",
+    "    -o <file>  Output xml file.",
+    "    -e <file>  Ouput of diagnostic messages.",
+    "    -d <file>  dictionary",
+    "    -p <prof>  The validation profile. Currently PROFIBUS and HART.",
+    "    -c         Continue on error.",
+    "    -h         This help",
+};
+inline constexpr std::string_view missing_include_path = "Missing include path after -I.";
+inline constexpr std::string_view missing_output_file = "Missing output file after -o.";
+inline constexpr std::string_view missing_error_file = "Missing file after -e.";
+inline constexpr std::string_view missing_dictionary_file = "Missing file after -d.";
+inline constexpr std::string_view missing_profile = "Missing parameter after -p.";
+inline constexpr std::string_view unknown_argument = "Unknown argument ";
+inline constexpr std::string_view multiple_inputs = "error: multiple input files given.";
+inline constexpr std::string_view no_input_file = "No input file specefied.";
+inline constexpr std::string_view cannot_open_error_file = "Failed to open error file ";
+inline constexpr std::string_view could_not_open_input = "Could not open input file ";
+inline constexpr std::string_view failed_to_open_input = "Failed to open input file ";
+inline constexpr std::string_view failed_to_open_dictionary = "Failed to open dictionary file ";
+inline constexpr std::string_view fatal_error = "Encountered a fatal error: ";
+
+// Imports.
+inline constexpr std::string_view duplicate_object = "Duplicate definition of object ";
+inline constexpr std::string_view previously_defined_at = "Obejct was previusly defined at ";
+
+// Tokens.
+inline constexpr std::string_view token_not_unique_prefix = "Token: The token ";
+inline constexpr std::string_view token_not_unique_suffix = " is not uniquly identifiable.";
+
+// Lexer.
+inline constexpr std::string_view trailing_backslash = "Trailing '\\'.";
+inline constexpr std::string_view malformed_float = "Malfomed floating point literal.";
+inline constexpr std::string_view lexer_error_token = "lexer error";
+
+// Preprocessor.
+inline constexpr std::string_view preprocessor_error_token = "preprocessor error";
+inline constexpr std::string_view preprocessor_failure = "failure in prerpocessor";
+inline constexpr std::string_view preprocessor_failure_with = "failure in prerpocessor: ";
+inline constexpr std::string_view unknown_directive = "Unknown preprocessor directive %0.";
+inline constexpr std::string_view line_not_implemented =
+    "Preprocessor directive 'line' is not implmented.";
+inline constexpr std::string_view macro_name_not_identifier =
+    "%0 is not an identifier. Macro names must be identifiers.";
+inline constexpr std::string_view macro_already_defined = "Macro %0 is already defined.";
+inline constexpr std::string_view empty_macro_arguments =
+    "Function macros with empty arguments are not defined by the EDDL spec.";
+inline constexpr std::string_view error_in_argument_list = "Error in argument list.";
+inline constexpr std::string_view macro_name_must_be_identifier = "Macro name must be a identifier.";
+inline constexpr std::string_view undefine_unknown_macro =
+    "Trying to undefine macro %0 but macro is not defined.";
+inline constexpr std::string_view eof_in_conditional = "End of file within conditional directive.";
+inline constexpr std::string_view include_angle_brackets = "Include with '<>' are not implemented.";
+inline constexpr std::string_view include_not_found = "Could not find or read include file %0.";
+inline constexpr std::string_view include_path_is = "Include path is:";
+inline constexpr std::string_view include_no_file = "Error in include, no proper file given.";
+inline constexpr std::string_view include_too_deep = "Include nesting too deep.";
+inline constexpr std::string_view macro_expansion_too_large = "Macro expansion too large.";
+inline constexpr std::string_view parameter_count_mismatch = "The number of parameters does not match.";
+inline constexpr std::string_view stringify_without_content =
+    "Tried to strigify tokens but no content is available.";
+inline constexpr std::string_view paste_without_content =
+    "Tried to paste tokens but no content is available.";
+inline constexpr std::string_view table_macro_already_defined = "Preprocessor: Macro already defined.";
+inline constexpr std::string_view table_macro_not_existent =
+    "Preprocessor: Trying to undefine macro that is not existent.";
+
+}  // namespace edd::messages

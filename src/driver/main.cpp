@@ -1,0 +1,13 @@
+// The entry point: the whole program is edd::run.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "driver/driver.hpp"
+
+int main(int argc, char** argv) {
+    std::vector<std::string> arguments(argv, argv + argc);
+    const int status = edd::run(arguments, std::cout, std::cerr);
+    std::cout.flush();
+    return status & 0xFF;
+}

@@ -1,0 +1,88 @@
+#include "frontend/keywords.hpp"
+
+#include <algorithm>
+#include <iterator>
+
+namespace edd {
+
+namespace {
+
+// Sorted in byte order, so a lookup is a binary search.
+constexpr std::string_view eddl_keywords[] = {
+    "ACCESS", "ADD", "ALARM", "ALL", "ANALOG_INPUT", "ANALOG_OUTPUT", "AO", "APPINSTANCE", "ARRAY",
+    "ARRAYS", "ASCII", "AUTO", "AXIS", "BAD", "BITSTRING", "BIT_ENUMERATED", "BLOCK", "CAPACITY",
+    "CASE", "CATALOG", "CHARACTERISTICS", "CHART", "CHARTS", "CHILD", "CLASS", "CLOSE",
+    "COLLECTION", "COLLECTIONS", "COLUMNBREAK", "COMMAND", "COMMANDS", "COMM_ERROR", "COMPUTATION",
+    "CONNECTION", "CONSTANT_UNIT", "CONTAINED", "CORRECTABLE", "CORRECTION", "COUNT",
+    "CURRENT_ROLE", "CYCLE_TIME", "DATA", "DATA0", "DATA1", "DATA2", "DATA3", "DATA4", "DATA5",
+    "DATA6", "DATA7", "DATA8", "DATA9", "DATA_ENTRY_ERROR", "DATA_ENTRY_WARNING", "DATA_EXCHANGE",
+    "DATE", "DATE_AND_TIME", "DD_REVISION", "DEFAULT", "DEFAULT_REFERENCE", "DEFAULT_VALUE",
+    "DEFINITION", "DELETE", "DETAIL", "DEVICE", "DEVICE_REVISION", "DEVICE_TYPE", "DIAGNOSE",
+    "DIAGNOSTIC", "DIALOG", "DIGITAL_INPUT", "DIGITAL_OUTPUT", "DISCRETE", "DISCRETE_INPUT",
+    "DISCRETE_OUTPUT", "DISPLAY_FORMAT", "DISPLAY_ITEMS", "DISPLAY_VALUE", "DOUBLE", "DURATION",
+    "DV", "DYNAMIC", "EDIT_DISPLAY", "EDIT_DISPLAYS", "EDIT_FORMAT", "EDIT_ITEMS", "ELEMENTS",
+    "ELSE", "EMPHASIS", "ENTRY", "ENUMERATED", "ERROR", "EUC", "EVENT", "EVERYTHING",
+    "EXIT_ACTIONS", "FACTORY", "FALSE", "FILE", "FILES", "FIRST", "FLOAT", "FREQUENCY",
+    "FREQUENCY_INPUT", "FREQUENCY_OUTPUT", "FUNCTION", "GAUGE", "GOOD", "GRAPH", "GRAPHS", "GRID",
+    "GROUP", "HANDLING", "HARDWARE", "HART", "HEIGHT", "HELP", "HIDDEN", "HIGH_HIGH_LIMIT",
+    "HIGH_LIMIT", "HORIZONTAL", "HORIZONTAL_BAR", "HOURS", "IF", "IGNORE_IN_HANDHELD",
+    "IGNORE_IN_HOST", "IMAGE", "IMPORT", "INDEX", "INFO", "INITIAL_VALUE", "INIT_ACTIONS", "INLINE",
+    "INPUT", "INTEGER", "ITEMS", "ITEM_ARRAY", "ITEM_ARRAYS", "KEY_POINTS", "LABEL", "LARGE",
+    "LAST", "LENGTH", "LIKE", "LINEAR", "LINE_COLOR", "LINE_TYPE", "LINK", "LIST", "LISTS",
+    "LOAD_TO_APPLICATION", "LOAD_TO_DEVICE", "LOCAL", "LOCAL_DISPLAY", "LOGARITHMIC", "LOW_LIMIT",
+    "LOW_LOW_LIMIT", "MANUFACTURER", "MARGINAL", "MAX_VALUE", "MAX_VALUE0", "MAX_VALUE1",
+    "MAX_VALUE2", "MAX_VALUE3", "MAX_VALUE4", "MAX_VALUE5", "MAX_VALUE6", "MAX_VALUE7",
+    "MAX_VALUE8", "MAX_VALUE9", "MEDIUM", "MEMBERS", "MENU", "MENUS", "METHOD", "METHODS",
+    "MINUTES", "MIN_VALUE", "MIN_VALUE0", "MIN_VALUE1", "MIN_VALUE2", "MIN_VALUE3", "MIN_VALUE4",
+    "MIN_VALUE5", "MIN_VALUE6", "MIN_VALUE7", "MIN_VALUE8", "MIN_VALUE9", "MISC", "MISC_ERROR",
+    "MISC_WARNING", "MODE", "MODE_ERROR", "MORE", "NEXT", "NO_LABEL", "NO_UNIT", "NUMBER",
+    "NUMBER_OF_ELEMENTS", "NUMBER_OF_POINTS", "OF", "OFFLINE", "ONLINE", "OPEN", "OPERATE",
+    "OPERATION", "ORIENTATION", "OUTPUT", "PACKED_ASCII", "PAGE", "PARENT", "PASSWORD", "PATH",
+    "PHYSICAL", "PI", "POST_EDIT_ACTIONS", "POST_READ_ACTIONS", "POST_WRITE_ACTIONS", "PREV",
+    "PRE_EDIT_ACTIONS", "PRE_READ_ACTIONS", "PRE_WRITE_ACTIONS", "PROCESS", "PROCESS_ERROR",
+    "PROCESS_VALUE", "PURPOSE", "READ", "READ_ONLY", "READ_TIMEOUT", "REDEFINE", "REDEFINITIONS",
+    "REFRESH", "REFRESHS", "REFRESH_ACTIONS", "RELATIONS", "REPLY", "REQUEST", "RESPONSE_CODES",
+    "REVIEW", "ROLE", "ROOT", "ROWBREAK", "SCALING", "SCALING_FACTOR", "SCOPE", "SECONDS", "SELECT",
+    "SELF", "SELF_CORRECTING", "SEPARATOR", "SERVICE", "SIMULATION", "SLOT", "SMALL", "SOFTWARE",
+    "SOURCE", "SOURCES", "STATE", "STRIP", "STYLE", "SUCCESS", "SUMMARY", "SWEEP", "TABLE",
+    "TEMPORARY", "TIME", "TIME_FORMAT", "TIME_SCALE", "TRANSACTION", "TRANSDUCER", "TRANSPARENT",
+    "TRUE", "TUNE", "TV", "TYPE", "UNCORRECTABLE", "UNIT", "UNSIGNED_INTEGER", "VALIDITY",
+    "VARIABLE", "VARIABLES", "VECTORS", "VERTICAL", "VERTICAL_BAR", "VIEW_MAX", "VIEW_MIN",
+    "WARNING", "WAVEFORM", "WAVEFORMS", "WIDTH", "WINDOW", "WRITE", "WRITE_AS_ONE", "WRITE_AS_ONES",
+    "WRITE_TIMEOUT", "XX_LARGE", "XX_SMALL", "XY", "X_AXIS", "X_INCREMENT", "X_INITIAL", "X_LARGE",
+    "X_SMALL", "X_VALUES", "YT", "Y_AXIS", "Y_VALUES",
+};
+static_assert(std::size(eddl_keywords) == 307);
+static_assert(std::ranges::is_sorted(eddl_keywords));
+
+constexpr std::string_view method_keywords[] = {
+    "DD_ITEM", "DD_STRING", "DICTSTRID", "DICT_ID", "ITEM_ID", "MEMBER_ID", "METHODID", "METHOD_ID",
+    "VARID", "break", "case", "char", "continue", "default", "do", "double", "else", "float", "for",
+    "if", "int", "long", "return", "short", "signed", "switch", "unsigned", "while",
+};
+static_assert(std::size(method_keywords) == 28);
+static_assert(std::ranges::is_sorted(method_keywords));
+
+constexpr std::string_view reserved_words[] = {
+    "auto", "const", "enum", "extern", "goto", "register", "sizeof", "static", "struct", "typedef",
+    "union", "void", "volatile",
+};
+static_assert(std::size(reserved_words) == 13);
+static_assert(std::ranges::is_sorted(reserved_words));
+
+bool contains(const auto& words, std::string_view word) { return std::ranges::binary_search(words, word); }
+
+}  // namespace
+
+bool is_eddl_keyword(std::string_view word) { return contains(eddl_keywords, word); }
+bool is_method_keyword(std::string_view word) { return contains(method_keywords, word); }
+bool is_reserved_word(std::string_view word) { return contains(reserved_words, word); }
+
+TokenKind classify_word(std::string_view word) {
+    if (is_eddl_keyword(word)) return EDDL_KEYWORD;
+    if (is_method_keyword(word)) return METHOD_KEYWORD;
+    if (is_reserved_word(word)) return RESERVED_WORD;
+    return IDENTIFIER;
+}
+
+}  // namespace edd

@@ -1,0 +1,18 @@
+// The three keyword sets: description-language keywords, method-language keywords and
+// reserved words. Matching is case-sensitive ("IF" and "if" are different words).
+#pragma once
+
+#include <string_view>
+
+#include "frontend/token_kind.hpp"
+
+namespace edd {
+
+bool is_eddl_keyword(std::string_view word);
+bool is_method_keyword(std::string_view word);
+bool is_reserved_word(std::string_view word);
+
+// The kind of a word: the first set that holds it decides, else IDENTIFIER.
+TokenKind classify_word(std::string_view word);
+
+}  // namespace edd

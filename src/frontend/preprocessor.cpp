@@ -1,0 +1,391 @@
+#include "frontend/preprocessor.hpp"
+
+#include <exception>
+#include <typeinfo>
+
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
+#include "diagnostics/report.hpp"
+#include "diagnostics/type_name.hpp"
+#include "frontend/source_text.hpp"
+
+namespace edd {
+
+namespace {
+
+// Marks the end of a macro's expansion in the pending tokens; its text names the macro.
+// No lexer produces this kind.
+constexpr std::uint32_t EXPANSION_END = 0xFFFFFFFFu;
+
+bool is_blank(const Token& t) { return t.is(WHITESPACE) || t.is(NEWLINE) || t.is(COMMENT); }
+
+bool ends_line(const Token& t) { return t.is(NEWLINE) || t.is(END_OF_FILE); }
+
+void trim_blanks(std::vector<Token>& tokens) {
+    std::size_t end = tokens.size();
+    while (end > 0 && is_blank(tokens[end - 1])) --end;
+    tokens.resize(end);
+    std::size_t begin = 0;
+    while (begin < tokens.size() && is_blank(tokens[begin])) ++begin;
+    tokens.erase(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(begin));
+}
+
+// Restores the skipping flag however a branch ends.
+class SkippingScope {
+public:
+    SkippingScope(bool& flag, bool value) : flag_(flag), saved_(flag) { flag_ = value; }
+    ~SkippingScope() { flag_ = saved_; }
+    SkippingScope(const SkippingScope&) = delete;
+    SkippingScope& operator=(const SkippingScope&) = delete;
+
+private:
+    bool& flag_;
+    bool saved_;
+};
+
+}  // namespace
+
+Preprocessor::Preprocessor(Lexer& main, std::vector<std::string> include_paths, std::ostream& diagnostics)
+    : main_(main), diagnostics_(diagnostics), include_paths_(std::move(include_paths)) {}
+
+Token Preprocessor::next_token() {
+    try {
+        return deliver();
+    } catch (const PreprocessorError&) {
+    } catch (const std::exception& e) {
+        std::string message(messages::preprocessor_failure_with);
+        message += e.what();
+        message += readable_type_name(typeid(e));
+        error(message);
+    } catch (...) {
+        error(messages::preprocessor_failure);
+    }
+    return Token(ERROR, std::string(messages::preprocessor_error_token), current_.file(), current_.line());
+}
+
+Token Preprocessor::deliver() {
+    for (;;) {
+        Token token = take_raw();
+        if (token.is(PREPROCESSOR_SWITCH)) {
+            if (auto result = handle_directive()) return std::move(*result);
+            continue;
+        }
+        if (token.is(IDENTIFIER) && expand(token, true)) continue;
+        return token;
+    }
+}
+
+// ---- Raw reading -------------------------------------------------------------------------
+
+Token Preprocessor::fetch() {
+    while (!includes_.empty()) {
+        Token token = includes_.back()->next_token();
+        if (!token.is(END_OF_FILE)) return token;
+        includes_.pop_back();  // reading goes on in the file that included it
+    }
+    return main_.next_token();
+}
+
+Token Preprocessor::take_raw() {
+    for (;;) {
+        if (pending_.empty()) {
+            expanded_since_source_ = 0;
+            current_ = fetch();
+            return current_;
+        }
+        Token token = std::move(pending_.front());
+        pending_.pop_front();
+        if (token.is(EXPANSION_END)) {
+            active_.erase(token.text());
+            continue;
+        }
+        current_ = token;
+        return token;
+    }
+}
+
+Token Preprocessor::take_raw_word() {
+    Token token = take_raw();
+    while (token.is(WHITESPACE)) token = take_raw();
+    return token;
+}
+
+const Token& Preprocessor::peek_raw(bool skip_blanks) {
+    for (std::size_t i = 0;; ++i) {
+        if (i == pending_.size()) pending_.push_back(fetch());
+        const Token& token = pending_[i];
+        if (token.is(EXPANSION_END) || (skip_blanks && token.is(WHITESPACE))) continue;
+        return token;
+    }
+}
+
+void Preprocessor::skip_rest_of_line(const Token& last) {
+    if (ends_line(last)) return;
+    for (Token token = take_raw(); !ends_line(token); token = take_raw()) {
+    }
+}
+
+// ---- Messages -----------------------------------------------------------------------------
+
+void Preprocessor::warning(std::string_view message) {
+    report_line(diagnostics_, current_.file_name(), current_.line(), Severity::warning, message, false);
+}
+
+void Preprocessor::error(std::string_view message) {
+    report_line(diagnostics_, current_.file_name(), current_.line(), Severity::error, message, false);
+}
+
+void Preprocessor::fail(std::string_view message) {
+    error(message);
+    throw PreprocessorError{};
+}
+
+// ---- Directives ---------------------------------------------------------------------------
+
+// directive : '#' [ name { token } ] NEWLINE
+std::optional<Token> Preprocessor::handle_directive() {
+    Token name = take_raw_word();
+    if (name.is(NEWLINE)) return name;
+    if (!name.is(IDENTIFIER) && !name.is(METHOD_KEYWORD)) fail(format_message(messages::unknown_directive, {name.text()}));
+    const std::string& word = name.text();
+    if (word == "define") {
+        define_macro();
+    } else if (word == "undef") {
+        undefine_macro();
+    } else if (word == "if" || word == "ifdef" || word == "ifndef") {
+        conditional(word);
+    } else if (word == "else" || word == "endif") {
+        return Token(PREPROCESSOR_SWITCH, word, name.file(), name.line());
+    } else if (word == "include") {
+        include_file();
+    } else if (word == "line") {
+        warning(messages::line_not_implemented);
+        skip_rest_of_line(name);
+    } else {
+        fail(format_message(messages::unknown_directive, {word}));
+    }
+    return std::nullopt;
+}
+
+// define : 'define' name [ '(' parameters ')' ] { token } NEWLINE
+void Preprocessor::define_macro() {
+    Token name = take_raw_word();
+    if (!name.is(IDENTIFIER) && !name.is(EDDL_KEYWORD) && !name.is(METHOD_KEYWORD)) {
+        error(format_message(messages::macro_name_not_identifier, {name.text()}));
+        skip_rest_of_line(name);
+        return;
+    }
+    Macro macro{name.text(), {}, {}};
+    if (peek_raw(false).is(LEFT_BRACKET)) {
+        take_raw();
+        macro.parameters = read_parameters();
+    }
+    // The body is read with expansion: macros known now are replaced now.
+    for (;;) {
+        if (ends_line(peek_raw(false))) break;
+        Token token = take_raw();
+        if (token.is(IDENTIFIER) && expand(token, false)) continue;
+        macro.body.push_back(std::move(token));
+    }
+    trim_blanks(macro.body);
+    if (skipping_) return;
+    if (macros_.contains(macro.name)) {
+        warning(format_message(messages::macro_already_defined, {macro.name}));
+        return;
+    }
+    macros_.add(std::move(macro));
+}
+
+// parameters : name { ',' name }
+std::vector<std::string> Preprocessor::read_parameters() {
+    auto is_name = [](const Token& t) { return t.is(IDENTIFIER) || t.is(EDDL_KEYWORD); };
+    Token token = take_raw_word();
+    if (!is_name(token)) {
+        warning(messages::empty_macro_arguments);
+        return {};
+    }
+    std::vector<std::string> parameters{token.text()};
+    for (;;) {
+        token = take_raw_word();
+        if (token.is(RIGHT_BRACKET)) return parameters;
+        if (!token.is(COMMA)) fail(messages::error_in_argument_list);
+        token = take_raw_word();
+        if (!is_name(token)) fail(messages::error_in_argument_list);
+        parameters.push_back(token.text());
+    }
+}
+
+// undef : 'undef' identifier
+void Preprocessor::undefine_macro() {
+    Token name = take_raw_word();
+    if (!name.is(IDENTIFIER)) fail(messages::macro_name_must_be_identifier);
+    if (!macros_.contains(name.text())) fail(format_message(messages::undefine_unknown_macro, {name.text()}));
+    macros_.remove(name.text());
+}
+
+// conditional : ( 'if' token | 'ifdef' identifier | 'ifndef' identifier ) NEWLINE
+//               { token } [ '#' 'else' NEWLINE { token } ] '#' 'endif'
+// Both branches are read eagerly; the kept one is delivered afterwards, from the pending
+// tokens. No expression is evaluated: only a literal 0 is false.
+void Preprocessor::conditional(const std::string& directive) {
+    Token operand = take_raw_word();
+    bool condition = true;
+    if (directive == "if") {
+        condition = !(operand.is(INTEGER) && operand.text() == "0");
+    } else {
+        if (!operand.is(IDENTIFIER)) fail(messages::macro_name_must_be_identifier);
+        condition = macros_.contains(operand.text()) == (directive == "ifdef");
+    }
+    skip_rest_of_line(operand);
+    std::vector<Token> kept;
+    Token end = collect_branch(!condition, &kept);
+    if (end.text() == "else") {
+        skip_rest_of_line(end);
+        collect_branch(condition, &kept);
+    }
+    pending_.insert(pending_.begin(), std::make_move_iterator(kept.begin()), std::make_move_iterator(kept.end()));
+}
+
+// Reads one branch up to its "else" or "endif"; a dropped branch is read with the skipping
+// flag set, so that its defines and includes take no effect.
+Token Preprocessor::collect_branch(bool drop, std::vector<Token>* kept) {
+    SkippingScope scope(skipping_, skipping_ || drop);
+    for (;;) {
+        Token token = next_token();
+        if (token.is(PREPROCESSOR_SWITCH) && (token.text() == "else" || token.text() == "endif")) return token;
+        if (token.is(END_OF_FILE)) fail(messages::eof_in_conditional);
+        if (!drop) kept->push_back(std::move(token));
+    }
+}
+
+// include : 'include' string
+// Only the include paths are searched, never the directory of the including file.
+void Preprocessor::include_file() {
+    Token name = take_raw_word();
+    if (name.is(LESS_THEN)) fail(messages::include_angle_brackets);
+    if (!name.is(STRING)) fail(messages::include_no_file);
+    if (skipping_) return;
+    if (includes_.size() >= max_include_depth) fail(messages::include_too_deep);
+    for (const std::string& path : include_paths_) {
+        std::string candidate = path + "/" + name.text();
+        if (auto text = read_file(candidate)) {
+            includes_.push_back(std::make_unique<Lexer>(Lexer::FromText{}, std::move(*text), candidate, diagnostics_));
+            return;
+        }
+    }
+    std::string message = format_message(messages::include_not_found, {name.text()});
+    message += '\n';
+    message += messages::include_path_is;
+    message += '\n';
+    for (const std::string& path : include_paths_) {
+        message += path;
+        message += '\n';
+    }
+    fail(message);
+}
+
+// ---- Macro expansion ----------------------------------------------------------------------
+
+// Expands a macro call whose name was just read, putting the result in front of the pending
+// tokens. False when `name` is no macro, is being expanded already, or is a function-like
+// macro without arguments.
+bool Preprocessor::expand(const Token& name, bool apply_operators) {
+    const Macro* macro = macros_.find(name.text());
+    if (macro == nullptr || active_.contains(macro->name)) return false;
+    Arguments arguments;
+    if (macro->function_like()) {
+        if (!peek_raw(true).is(LEFT_BRACKET)) return false;
+        while (!take_raw().is(LEFT_BRACKET)) {
+        }
+        arguments = collect_arguments(apply_operators);
+        if (arguments.size() != macro->parameters.size()) fail(messages::parameter_count_mismatch);
+    }
+    std::vector<Token> expansion = substitute(*macro, arguments, apply_operators);
+    expanded_since_source_ += expansion.size();
+    if (expanded_since_source_ > max_expansion_tokens) fail(messages::macro_expansion_too_large);
+    active_.insert(macro->name);
+    pending_.push_front(Token(EXPANSION_END, macro->name));
+    pending_.insert(pending_.begin(), std::make_move_iterator(expansion.begin()),
+                    std::make_move_iterator(expansion.end()));
+    return true;
+}
+
+// arguments : [ argument { ',' argument } ] ')'   — commas inside parentheses do not split
+Preprocessor::Arguments Preprocessor::collect_arguments(bool apply_operators) {
+    Arguments arguments(1);
+    int depth = 0;
+    for (;;) {
+        if (peek_raw(false).is(END_OF_FILE)) break;
+        Token token = take_raw();
+        if (token.is(IDENTIFIER) && expand(token, apply_operators)) continue;
+        if (token.is(LEFT_BRACKET)) {
+            ++depth;
+        } else if (token.is(RIGHT_BRACKET)) {
+            if (depth == 0) break;
+            --depth;
+        } else if (token.is(COMMA) && depth == 0) {
+            arguments.emplace_back();
+            continue;
+        }
+        arguments.back().push_back(std::move(token));
+    }
+    for (auto& argument : arguments) trim_blanks(argument);
+    return arguments;
+}
+
+// Copies the body with parameters replaced by their arguments; in the normal token flow
+// "#" (stringify) and "##" (paste) are applied in the same left-to-right walk.
+std::vector<Token> Preprocessor::substitute(const Macro& macro, const Arguments& arguments, bool apply_operators) {
+    auto parameter_of = [&](const Token& t) -> const std::vector<Token>* {
+        if (!t.is(IDENTIFIER) && !t.is(EDDL_KEYWORD)) return nullptr;
+        for (std::size_t i = 0; i < macro.parameters.size(); ++i)
+            if (macro.parameters[i] == t.text()) return &arguments[i];
+        return nullptr;
+    };
+    auto next_word = [&](std::size_t i) {
+        while (i < macro.body.size() && macro.body[i].is(WHITESPACE)) ++i;
+        return i;
+    };
+    const auto& body = macro.body;
+    std::vector<Token> out;
+    out.reserve(body.size());
+    for (std::size_t i = 0; i < body.size(); ++i) {
+        const Token& token = body[i];
+        if (apply_operators && token.is(PREPROCESSOR_SWITCH)) {
+            const std::size_t j = next_word(i + 1);
+            if (j == body.size()) fail(messages::stringify_without_content);
+            std::string text = "\"";
+            if (const auto* argument = parameter_of(body[j])) {
+                for (const Token& part : *argument) text += is_blank(part) ? std::string(" ") : part.text();
+            } else {
+                text += body[j].text();
+            }
+            text += '"';
+            out.emplace_back(STRING, std::move(text), token.file(), token.line());
+            i = j;
+            continue;
+        }
+        if (apply_operators && token.is(PREPROCESSOR_PASTE)) {
+            while (!out.empty() && out.back().is(WHITESPACE)) out.pop_back();
+            const std::size_t j = next_word(i + 1);
+            const std::vector<Token>* argument = j < body.size() ? parameter_of(body[j]) : nullptr;
+            const Token* right = j == body.size() ? nullptr
+                                 : argument == nullptr ? &body[j]
+                                 : argument->empty()   ? nullptr
+                                                       : &argument->front();
+            if (out.empty() || right == nullptr) fail(messages::paste_without_content);
+            out.back().text() += right->text();
+            if (argument != nullptr) out.insert(out.end(), argument->begin() + 1, argument->end());
+            i = j;
+            continue;
+        }
+        if (const auto* argument = parameter_of(token)) {
+            out.insert(out.end(), argument->begin(), argument->end());
+        } else {
+            out.push_back(token);
+        }
+    }
+    return out;
+}
+
+}  // namespace edd

@@ -1,0 +1,75 @@
+// The preprocessor: a token stream over the main lexer that carries out directives and
+// expands macros lazily, one token per request. Every failure inside it is reported and
+// delivered as an ERROR token; next_token never throws.
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "frontend/lexer.hpp"
+#include "frontend/macro_table.hpp"
+#include "frontend/token_stream.hpp"
+
+namespace edd {
+
+class Preprocessor : public TokenStream {
+public:
+    // Thrown after a failed directive or expansion has printed its error line.
+    struct PreprocessorError {};
+
+    Preprocessor(Lexer& main, std::vector<std::string> include_paths, std::ostream& diagnostics);
+
+    Token next_token() override;
+    int current_line() const override { return current_.line(); }
+
+    // Guards against input that would otherwise exhaust memory or time.
+    static constexpr std::size_t max_include_depth = 200;
+    static constexpr std::size_t max_expansion_tokens = std::size_t{1} << 22;
+
+private:
+    using Arguments = std::vector<std::vector<Token>>;
+
+    Token deliver();
+    std::optional<Token> handle_directive();
+    void define_macro();
+    std::vector<std::string> read_parameters();
+    void undefine_macro();
+    void conditional(const std::string& directive);
+    Token collect_branch(bool drop, std::vector<Token>* kept);
+    void include_file();
+
+    bool expand(const Token& name, bool apply_operators);
+    Arguments collect_arguments(bool apply_operators);
+    std::vector<Token> substitute(const Macro& macro, const Arguments& arguments, bool apply_operators);
+
+    Token fetch();
+    Token take_raw();
+    Token take_raw_word();
+    const Token& peek_raw(bool skip_blanks);
+    void skip_rest_of_line(const Token& last);
+
+    void warning(std::string_view message);
+    void error(std::string_view message);
+    [[noreturn]] void fail(std::string_view message);
+
+    Lexer& main_;
+    std::ostream& diagnostics_;
+    Token current_;
+    MacroTable macros_;
+    std::deque<Token> pending_;
+    std::vector<std::string> include_paths_;
+    std::vector<std::unique_ptr<Lexer>> includes_;
+    bool skipping_ = false;
+    // Macros whose expansion is still being read; they do not expand again meanwhile.
+    std::unordered_set<std::string> active_;
+    // Tokens produced by expansions since the last token read from a file.
+    std::size_t expanded_since_source_ = 0;
+};
+
+}  // namespace edd

@@ -1,0 +1,20 @@
+// The punctuator table: every operator spelling the lexer recognises by longest match, and
+// the kind each stands for. "##" is not in it; the lexer recognises that one itself.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "frontend/token_kind.hpp"
+
+namespace edd {
+
+struct Punctuator {
+    std::string_view spelling;
+    TokenKind kind;
+};
+
+// The kind of a punctuator spelling, if the table knows it.
+std::optional<TokenKind> find_punctuator(std::string_view spelling);
+
+}  // namespace edd

@@ -1,0 +1,31 @@
+#include "frontend/token.hpp"
+
+#include <stdexcept>
+
+#include "diagnostics/messages.hpp"
+#include "frontend/punctuators.hpp"
+
+namespace edd {
+
+Token::Token(std::string_view punctuator) : text_(punctuator) {
+    auto kind = find_punctuator(punctuator);
+    if (!kind) {
+        std::string message(messages::token_not_unique_prefix);
+        message += '"';
+        message += punctuator;
+        message += '"';
+        message += messages::token_not_unique_suffix;
+        throw std::invalid_argument(message);
+    }
+    kind_ = *kind;
+}
+
+std::string to_string(const Token& token) {
+    std::string out = kind_to_string(token.kind());
+    out += '(';
+    out += token.text();
+    out += ')';
+    return out;
+}
+
+}  // namespace edd

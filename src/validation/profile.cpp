@@ -1,0 +1,14 @@
+#include "validation/profile.hpp"
+
+namespace edd {
+
+const Profile& select_profile(std::string_view name) {
+    static const ProfibusProfile profibus;
+    static const HartProfile hart;
+    static const NullProfile null;
+    if (name == "PROFIBUS") return profibus;
+    if (name == "HART") return hart;
+    return null;
+}
+
+}  // namespace edd
