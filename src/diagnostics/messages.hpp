@@ -70,6 +70,7 @@ inline constexpr std::string_view include_path_is = "Include path is:";
 inline constexpr std::string_view include_no_file = "Error in include, no proper file given.";
 inline constexpr std::string_view include_too_deep = "Include nesting too deep.";
 inline constexpr std::string_view macro_expansion_too_large = "Macro expansion too large.";
+inline constexpr std::string_view nesting_too_deep = "Nesting too deep.";
 inline constexpr std::string_view parameter_count_mismatch = "The number of parameters does not match.";
 inline constexpr std::string_view stringify_without_content =
     "Tried to strigify tokens but no content is available.";

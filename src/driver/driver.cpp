@@ -1,6 +1,7 @@
 #include "driver/driver.hpp"
 
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <typeinfo>
@@ -25,7 +26,10 @@ void print_failure(std::ostream& stream, std::string_view prefix, const std::str
     stream.flush();
 }
 
+// A directory opens as a stream on some systems but is no file to read.
 bool can_open(const std::string& name) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(name, ignored)) return false;
     std::ifstream probe(name, std::ios::binary);
     return probe.is_open();
 }

@@ -45,6 +45,22 @@ private:
 
 }  // namespace
 
+// Bounds the recursion of conditionals and of macro calls inside arguments, so that hostile
+// input ends with an error instead of exhausting the stack.
+class Preprocessor::NestingGuard {
+public:
+    explicit NestingGuard(Preprocessor& pp) : pp_(pp) {
+        if (pp_.nesting_ >= max_nesting) pp_.fail(messages::nesting_too_deep);
+        ++pp_.nesting_;  // after the check: a throwing constructor runs no destructor
+    }
+    ~NestingGuard() { --pp_.nesting_; }
+    NestingGuard(const NestingGuard&) = delete;
+    NestingGuard& operator=(const NestingGuard&) = delete;
+
+private:
+    Preprocessor& pp_;
+};
+
 Preprocessor::Preprocessor(Lexer& main, std::vector<std::string> include_paths, std::ostream& diagnostics)
     : main_(main), diagnostics_(diagnostics), include_paths_(std::move(include_paths)) {}
 
@@ -228,6 +244,7 @@ void Preprocessor::undefine_macro() {
 // Both branches are read eagerly; the kept one is delivered afterwards, from the pending
 // tokens. No expression is evaluated: only a literal 0 is false.
 void Preprocessor::conditional(const std::string& directive) {
+    NestingGuard guard(*this);
     Token operand = take_raw_word();
     bool condition = true;
     if (directive == "if") {
@@ -312,6 +329,7 @@ bool Preprocessor::expand(const Token& name, bool apply_operators) {
 
 // arguments : [ argument { ',' argument } ] ')'   — commas inside parentheses do not split
 Preprocessor::Arguments Preprocessor::collect_arguments(bool apply_operators) {
+    NestingGuard guard(*this);
     Arguments arguments(1);
     int depth = 0;
     for (;;) {

@@ -31,6 +31,8 @@ public:
     // Guards against input that would otherwise exhaust memory or time.
     static constexpr std::size_t max_include_depth = 200;
     static constexpr std::size_t max_expansion_tokens = std::size_t{1} << 22;
+    // Conditionals and macro calls inside arguments are read recursively.
+    static constexpr std::size_t max_nesting = 256;
 
 private:
     using Arguments = std::vector<std::vector<Token>>;
@@ -47,6 +49,8 @@ private:
     bool expand(const Token& name, bool apply_operators);
     Arguments collect_arguments(bool apply_operators);
     std::vector<Token> substitute(const Macro& macro, const Arguments& arguments, bool apply_operators);
+
+    class NestingGuard;
 
     Token fetch();
     Token take_raw();
@@ -66,6 +70,7 @@ private:
     std::vector<std::string> include_paths_;
     std::vector<std::unique_ptr<Lexer>> includes_;
     bool skipping_ = false;
+    std::size_t nesting_ = 0;
     // Macros whose expansion is still being read; they do not expand again meanwhile.
     std::unordered_set<std::string> active_;
     // Tokens produced by expansions since the last token read from a file.

@@ -1,3 +1,4 @@
+// Choosing the profile of a run.
 #include "validation/profile.hpp"
 
 namespace edd {

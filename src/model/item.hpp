@@ -1,0 +1,52 @@
+// One item definition: type, name, the LIKE parent, one slot per attribute id and the
+// token that introduced it. Copies share the slots' values.
+#pragma once
+
+#include <array>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "frontend/token.hpp"
+#include "model/item_type.hpp"
+#include "model/value.hpp"
+
+namespace edd {
+
+class Item {
+public:
+    Item(ItemType type, std::string name, Token origin = Token())
+        : type_(type), name_(std::move(name)), origin_(std::move(origin)) {}
+
+    ItemType type() const { return type_; }
+    const std::string& name() const { return name_; }
+    const std::string& parent() const { return parent_; }
+    bool has_parent() const { return !parent_.empty(); }
+    void set_parent(std::string parent) { parent_ = std::move(parent); }
+    const Token& origin() const { return origin_; }
+
+    // Every attribute operation rejects INVALID and COUNT_ with std::invalid_argument.
+    bool has_attribute(AttributeId id) const;
+    // An undefined attribute throws std::logic_error.
+    const ValuePtr& attribute(AttributeId id) const;
+    void set_attribute(AttributeId id, const ValuePtr& value);
+    void remove_attribute(AttributeId id);
+    std::vector<AttributeId> defined_attributes() const;
+    void collect_dictionary_keys(KeySet& keys) const;
+
+private:
+    std::size_t slot(AttributeId id) const;
+
+    ItemType type_;
+    std::string name_;
+    std::string parent_;
+    std::array<ValuePtr, attribute_count> slots_;
+    Token origin_;
+};
+
+// The EDDL-like text form of an item (the -t dump).
+void dump_item(std::ostream& out, const Item& item);
+// Each item followed by an empty line.
+void dump_items(std::ostream& out, const std::vector<Item>& items);
+
+}  // namespace edd

@@ -1,0 +1,36 @@
+// One formal parameter of a method: type code, passing mode and name.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "model/value.hpp"
+
+namespace edd {
+
+enum class ParameterMode : std::uint32_t { CALL_BY_VALUE = 0, CALL_BY_REFERENCE = 1 };
+
+// "char", "unsigned char", ... "DD_ITEM" for codes 0 to 9; other codes as numbers.
+std::string parameter_type_name(std::uint32_t type);
+// "CALL_BY_VALUE", "CALL_BY_REFERENCE"; other codes as numbers.
+std::string parameter_mode_name(std::uint32_t mode);
+
+class ParameterValue final : public ValueOf<ParameterValue, ValueKind::PARAMETER> {
+public:
+    ParameterValue(std::uint32_t type, std::uint32_t mode, std::string name)
+        : type_(type), mode_(mode), name_(std::move(name)) {}
+
+    bool equals(const Value& other) const override;
+    std::string to_string() const override;
+
+    std::uint32_t type() const { return type_; }
+    std::uint32_t mode() const { return mode_; }
+    const std::string& name() const { return name_; }
+
+private:
+    std::uint32_t type_;
+    std::uint32_t mode_;
+    std::string name_;
+};
+
+}  // namespace edd

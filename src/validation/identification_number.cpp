@@ -1,0 +1,27 @@
+// Reading and spelling identification numbers for the import searches.
+#include "validation/identification_number.hpp"
+
+#include <charconv>
+#include <stdexcept>
+
+#include "model/simple_value.hpp"
+#include "xml/text_utils.hpp"
+
+namespace edd {
+
+std::uint64_t identification_number(const ValuePtr& field) {
+    const auto* simple = dynamic_cast<const SimpleValue*>(field.get());
+    if (simple == nullptr || simple->kind() != ValueKind::INTEGER) {
+        throw std::invalid_argument("No Identifiers supported.");
+    }
+    return to_integer(simple->text());
+}
+
+std::string hex_digits(std::uint64_t value, std::size_t width) {
+    char buffer[16];
+    const auto result = std::to_chars(std::begin(buffer), std::end(buffer), value, 16);
+    const std::string digits(buffer, result.ptr);
+    return digits.size() < width ? std::string(width - digits.size(), '0') + digits : digits;
+}
+
+}  // namespace edd

@@ -1,0 +1,18 @@
+// Identification numbers as the import searches of the profiles read and spell them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "model/value.hpp"
+
+namespace edd {
+
+// The value of an integer field. Throws std::invalid_argument "No Identifiers supported."
+// for an unset field or one that holds anything but an integer literal (an identifier).
+std::uint64_t identification_number(const ValuePtr& field);
+
+// Lower-case hex, padded with '0' to at least `width` digits; longer numbers stay whole.
+std::string hex_digits(std::uint64_t value, std::size_t width);
+
+}  // namespace edd
