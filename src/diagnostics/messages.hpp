@@ -80,4 +80,71 @@ inline constexpr std::string_view table_macro_already_defined = "Preprocessor: M
 inline constexpr std::string_view table_macro_not_existent =
     "Preprocessor: Trying to undefine macro that is not existent.";
 
+// Parser: token expectations and names.
+inline constexpr std::string_view expected = "Expected ";
+inline constexpr std::string_view but_got = " but got ";
+inline constexpr std::string_view expected_integer_but_got = "Expected integer but got ";
+inline constexpr std::string_view expected_float_but_got = "Expected float but got ";
+inline constexpr std::string_view expected_keyword_but_got = "Expected keyword but got ";
+inline constexpr std::string_view expected_string_literal = "Expected string literal but got %0.";
+inline constexpr std::string_view expected_string_literal_and_got = "Expected string literal and got ";
+inline constexpr std::string_view expected_integer = "Expected integer";
+inline constexpr std::string_view expected_capital_keyword_but_got = "Expected Keyword but got ";
+inline constexpr std::string_view expected_keyword_word = "Expected keyword ";
+inline constexpr std::string_view expected_keywords = "Expected keywords ";
+inline constexpr std::string_view but_got_colon = " but got: ";
+inline constexpr std::string_view expected_identifier_but_got = "Expected identifier but got ";
+inline constexpr std::string_view reserved_eddl_keyword = " is a reseved EDDL keyword.";
+inline constexpr std::string_view reserved_method_keyword = " is a reseved METHOD keyword.";
+inline constexpr std::string_view reserved_keyword = " is a reseved keyword.";
+inline constexpr std::string_view failure_in_parser = "failure in parser";
+inline constexpr std::string_view position = "position: ";
+
+// Parser: items and attributes.
+inline constexpr std::string_view expected_edd_object = "Expected edd object but got %0.";
+inline constexpr std::string_view object_not_allowed = "Object of type %0 is not allowed in %1.";
+inline constexpr std::string_view attribute_not_allowed = "%0 is not allowed on object of type %1 in %2.";
+inline constexpr std::string_view attribute_not_defined = " is not allowd on object of type ";
+inline constexpr std::string_view invalid_attribute_id = "%0 is not a valid attribute id";
+inline constexpr std::string_view duplicate_definition = "Duplicate definition of Object \"";
+inline constexpr std::string_view duplicate_definition_object = " Object \"";
+inline constexpr std::string_view initially_defined_at = "\" is initialy defined at ";
+
+// Parser: expressions.
+inline constexpr std::string_view expected_assignment_operator = "Exprected Assignment operator.";
+inline constexpr std::string_view expected_equality_operator = "Exprected equality operator.";
+inline constexpr std::string_view expected_relational_operator = "Exprected relational operator.";
+inline constexpr std::string_view expected_shift_operator = "Exprected shift operator.";
+inline constexpr std::string_view expected_additive_operator = "Exprected additive operator.";
+inline constexpr std::string_view expected_multiplicative_operator = "Exprected multiplicative operator.";
+inline constexpr std::string_view expected_prefix_operator = "Exprected prefix operator.";
+inline constexpr std::string_view expected_postfix_operator = "Exprected postfix operator.";
+inline constexpr std::string_view expected_primary = "Expected primary expression but got";
+inline constexpr std::string_view expected_string = "Expected string but got %0";
+inline constexpr std::string_view trailing_comma = "Trailing comma.";
+
+// Parser: conditionals and lists.
+inline constexpr std::string_view trailing_semicolon = "Trailing semicolon.";
+inline constexpr std::string_view empty_else = "Empty ELSE clause.";
+inline constexpr std::string_view select_two_defaults = "Select has can only have one default value.";
+inline constexpr std::string_view expected_case_or_default = "Expected 'CASE' or 'DEFAULT' but got '";
+inline constexpr std::string_view stray = "Stray %0";
+
+// Parser: identification, imports, LIKE.
+inline constexpr std::string_view expected_identification = "Expected identification but got %0";
+inline constexpr std::string_view manufacturer_value =
+    "Value for MANUFACTURER must be an integer or identifiert. The value is %0.";
+inline constexpr std::string_view device_type_value =
+    "Value for DEVICE_TYPE must be an integer or identifiert. The value is %0.";
+inline constexpr std::string_view import_not_found = "Could not open import DD %0. File not found.";
+inline constexpr std::string_view import_object_missing = "Could not import object with id ";
+inline constexpr std::string_view invalid_import_id = "Not a valid item import id.";
+inline constexpr std::string_view redefine_wrong_type = "Object being REDEFINEed is not the type specified.";
+inline constexpr std::string_view redefine_missing = "Object being REDEFINEed is not in imported DD.";
+inline constexpr std::string_view delete_wrong_type = "Object being DELETEed is not the type specified.";
+inline constexpr std::string_view delete_missing = "Object being DELETEed is not in imported DD.";
+inline constexpr std::string_view expected_redefinition =
+    "Expected item redefinition or item deletion but got %0.";
+inline constexpr std::string_view no_identifiers_supported = "No Identifiers supported.";
+
 }  // namespace edd::messages

@@ -52,15 +52,16 @@ bool HartProfile::allows_attribute(ItemType type, AttributeId id) const {
 
 std::string HartProfile::import_file(const Identification& identification,
                                      const std::vector<std::string>& include_paths) const {
-    // Manufacturer and device type first: they are the fields an identifier may stand for.
+    // Manufacturer and device type are the fields an identifier may stand for; only they
+    // are checked.
     const std::string relative = hex_digits(identification_number(identification.manufacturer), 2) + '/' +
                                  hex_digits(identification_number(identification.device_type), 2) + '/' +
-                                 hex_digits(identification_number(identification.device_revision), 2) +
-                                 hex_digits(identification_number(identification.dd_revision), 2) + '/';
+                                 hex_digits(identification_number_or_zero(identification.device_revision), 2) +
+                                 hex_digits(identification_number_or_zero(identification.dd_revision), 2) + '/';
+    // The result stays relative: IMPORT resolves it against the include paths like any name.
     for (const std::string& include_path : include_paths) {
-        const std::string directory = include_path + '/' + relative;
-        const std::string file = first_description_file(directory);
-        if (!file.empty()) return directory + file;
+        const std::string file = first_description_file(include_path + '/' + relative);
+        if (!file.empty()) return relative + file;
     }
     const std::string file = first_description_file(relative);
     return file.empty() ? std::string() : relative + file;

@@ -4,17 +4,28 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "diagnostics/messages.hpp"
 #include "model/simple_value.hpp"
 #include "xml/text_utils.hpp"
 
 namespace edd {
 
-std::uint64_t identification_number(const ValuePtr& field) {
+namespace {
+const SimpleValue* integer_of(const ValuePtr& field) {
     const auto* simple = dynamic_cast<const SimpleValue*>(field.get());
-    if (simple == nullptr || simple->kind() != ValueKind::INTEGER) {
-        throw std::invalid_argument("No Identifiers supported.");
-    }
+    return simple != nullptr && simple->kind() == ValueKind::INTEGER ? simple : nullptr;
+}
+}  // namespace
+
+std::uint64_t identification_number(const ValuePtr& field) {
+    const SimpleValue* simple = integer_of(field);
+    if (simple == nullptr) throw std::runtime_error(std::string(messages::no_identifiers_supported));
     return to_integer(simple->text());
+}
+
+std::uint64_t identification_number_or_zero(const ValuePtr& field) {
+    const SimpleValue* simple = integer_of(field);
+    return simple == nullptr ? 0 : to_integer(simple->text());
 }
 
 std::string hex_digits(std::uint64_t value, std::size_t width) {

@@ -20,10 +20,10 @@ bool ProfibusProfile::allows_attribute(ItemType type, AttributeId id) const {
 
 std::string ProfibusProfile::import_file(const Identification& identification,
                                          const std::vector<std::string>&) const {
-    const std::string manufacturer = hex_digits(identification_number(identification.manufacturer), 4);
-    const std::string device_type = hex_digits(identification_number(identification.device_type), 4);
-    const std::string device_revision = hex_digits(identification_number(identification.device_revision), 4);
-    const std::string dd_revision = hex_digits(identification_number(identification.dd_revision), 4);
+    const std::string manufacturer = hex_digits(identification_number_or_zero(identification.manufacturer), 4);
+    const std::string device_type = hex_digits(identification_number_or_zero(identification.device_type), 4);
+    const std::string device_revision = hex_digits(identification_number_or_zero(identification.device_revision), 4);
+    const std::string dd_revision = hex_digits(identification_number_or_zero(identification.dd_revision), 4);
     return manufacturer + '/' + device_type + '/' + device_revision + '/' + manufacturer + '_' + device_type + '_' +
            device_revision + '_' + dd_revision + ".ddl";
 }

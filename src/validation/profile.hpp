@@ -44,9 +44,9 @@ public:
     std::string_view name() const override { return "HART"; }
     bool allows_item(ItemType type) const override;
     bool allows_attribute(ItemType type, AttributeId id) const override;
-    // The first *.ddl file, in name order, of mm/tt/rrdd/ below the first include path that
-    // has one, else below the current directory. Throws std::invalid_argument when the
-    // manufacturer or device type is not an integer.
+    // mm/tt/rrdd/ joined with the first *.ddl file, in name order, of that directory below
+    // the first include path that has one, else below the current directory. Throws
+    // std::runtime_error when the manufacturer or device type is not an integer.
     std::string import_file(const Identification& identification,
                             const std::vector<std::string>& include_paths) const override;
 };
