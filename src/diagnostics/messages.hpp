@@ -146,5 +146,24 @@ inline constexpr std::string_view delete_missing = "Object being DELETEed is not
 inline constexpr std::string_view expected_redefinition =
     "Expected item redefinition or item deletion but got %0.";
 inline constexpr std::string_view no_identifiers_supported = "No Identifiers supported.";
+inline constexpr std::string_view import_cycle = "Cyclic IMPORT of %0.";
+inline constexpr std::string_view like_undefined = "Error: %0 is not defined but is referenced in %1 LIKE ";
+inline constexpr std::string_view like_cycle = "Error: %0 is defined LIKE itself through a cycle of LIKE bases.";
+
+// Parser: attribute grammars.
+inline constexpr std::string_view expected_type_specifier = "Expected type specifier.";
+inline constexpr std::string_view trailing_comma_in_enumerator = "Trailing comma in enumerator definition.";
+inline constexpr std::string_view error_in_enumerator = "Error in reading enumerator.";
+inline constexpr std::string_view trailing_comma_in_items = "Trailing comma in ITEMS.";
+inline constexpr std::string_view expected_reference_or_keyword = "Expected reference or keyword but got %0.";
+inline constexpr std::string_view expected_menu_item_qualifier = "Expected menu item qualifier.";
+inline constexpr std::string_view expected_waveform_type = "Expected YT, XY, HORIZONTAL or VERTICAL but got %0.";
+inline constexpr std::string_view expected_yt_statement =
+    "Expected X_INITIAL, X_INCREMENT, NUMBER_OF_POINTS or Y_VALUES but got %0.";
+inline constexpr std::string_view expected_xy_statement = "Expected NUMBER_OF_POINTS, X_VALUES or Y_VALUES but got %1.";
+inline constexpr std::string_view expected_point = "Expected reference, integer or float but got %0.";
+inline constexpr std::string_view expected_key_points = "Expected X_VALUES or Y_VALUES but got %0.";
+inline constexpr std::string_view parameter_not_unsigned = "The parameter of type '%0' can not be unsigned.";
+inline constexpr std::string_view unknown_parameter_type = "Unknown parameter type %0.";
 
 }  // namespace edd::messages

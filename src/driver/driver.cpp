@@ -15,6 +15,11 @@
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
 #include "frontend/source_text.hpp"
+#include "model/description.hpp"
+#include "model/dictionary.hpp"
+#include "parser/dictionary_reader.hpp"
+#include "parser/parser.hpp"
+#include "validation/like_resolution.hpp"
 #include "validation/profile.hpp"
 
 namespace edd {
@@ -40,6 +45,23 @@ std::string directory_part(const std::string& name) {
     return separator == std::string::npos ? std::string(".") : name.substr(0, separator);
 }
 
+// Loads the -d files in order into one dictionary. Returns the exit status when a file
+// cannot be opened or read.
+std::optional<int> load_dictionaries(const Options& options, std::ostream& diagnostics, Dictionary& merged) {
+    for (const std::string& name : options.dictionary_files) {
+        std::optional<std::string> text = can_open(name) ? read_file(name) : std::nullopt;
+        if (!text) {
+            print_failure(diagnostics, messages::failed_to_open_dictionary, name);
+            return exit_status::file_not_opened;
+        }
+        Lexer lexer(Lexer::FromText{}, std::move(*text), name, diagnostics);
+        DictionaryReader reader(lexer, diagnostics);
+        if (!reader.load()) return exit_status::parse_failed;
+        merged.append_all(reader.dictionary());
+    }
+    return std::nullopt;
+}
+
 // The steps after the command line; exceptions escaping them are the caller's.
 int convert(Options& options, std::ostream& diagnostics) {
     std::optional<std::string> source = read_file(options.input_file);
@@ -48,23 +70,22 @@ int convert(Options& options, std::ostream& diagnostics) {
         return exit_status::file_not_opened;
     }
     const Profile& profile = select_profile(options.profile);
-    static_cast<void>(profile);
 
     Lexer lexer(Lexer::FromText{}, std::move(*source), options.input_file, diagnostics);
     Preprocessor preprocessor(lexer, options.include_paths, diagnostics);
+    Parser parser(preprocessor, options.input_file, profile, options.include_paths, diagnostics);
+    if (!parser.parse() && !options.continue_on_error) return exit_status::parse_failed;
 
-    // Until the grammar reads them, the tokens are drained so that every front-end
-    // diagnostic appears; each ERROR token counts as one error, as it will for the parser.
-    unsigned errors = 0;
-    for (Token token = preprocessor.next_token(); !token.is(END_OF_FILE); token = preprocessor.next_token())
-        if (token.is(ERROR)) ++errors;
-    if (errors != 0 && !options.continue_on_error) return exit_status::parse_failed;
+    const Description description = resolve_like_items(parser.description(), diagnostics);
 
-    for (const std::string& dictionary : options.dictionary_files) {
-        if (!can_open(dictionary)) {
-            print_failure(diagnostics, messages::failed_to_open_dictionary, dictionary);
-            return exit_status::file_not_opened;
-        }
+    if (!options.dictionary_files.empty()) {
+        Dictionary dictionary;
+        if (auto status = load_dictionaries(options, diagnostics, dictionary)) return *status;
+    }
+
+    if (options.dump) {
+        std::ofstream dump(options.dump_file);
+        dump_items(dump, description.items.items());
     }
     return exit_status::success;
 }

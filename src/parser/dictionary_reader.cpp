@@ -1,0 +1,44 @@
+#include "parser/dictionary_reader.hpp"
+
+#include <iostream>
+
+#include "diagnostics/messages.hpp"
+
+namespace edd {
+
+bool DictionaryReader::load() {
+    try {
+        while (!at_end()) parse_entry();
+    } catch (const ParseError&) {
+        return false;
+    } catch (const std::exception& e) {
+        std::cerr << messages::failure_in_parser << ':' << e.what() << '\n';
+        return false;
+    } catch (...) {
+        return false;
+    }
+    return true;
+}
+
+// entry : '[' integer ',' integer ']' identifier string { string }
+// The two numbers are read and dropped; the marker keys of some tools are skipped.
+void DictionaryReader::parse_entry() {
+    expect("[");
+    expect_integer();
+    expect(",");
+    expect_integer();
+    expect("]");
+    advance();
+    if (!current().is(IDENTIFIER))
+        fatal(std::string(messages::expected_identifier_but_got) + to_string(current()) + '.');
+    std::string key = current().text();
+    std::string text = expect_string_literal();
+    while (at_kind(STRING)) {
+        advance();
+        text += current().text();
+    }
+    if (key == "xxx_highestoffset" || key == "xxx_highoffset") return;
+    dictionary_.add(DictionaryEntry{std::move(key), std::move(text)});
+}
+
+}  // namespace edd

@@ -1,0 +1,25 @@
+// Reads a dictionary file: entries "[n, m] key "text" { "text" }" straight from the lexer.
+#pragma once
+
+#include <ostream>
+
+#include "model/dictionary.hpp"
+#include "parser/token_reader.hpp"
+
+namespace edd {
+
+class DictionaryReader : public TokenReader {
+public:
+    DictionaryReader(TokenStream& source, std::ostream& diagnostics) : TokenReader(source, diagnostics) {}
+
+    // False when an entry was malformed or a key came twice; lets no exception out.
+    bool load();
+    const Dictionary& dictionary() const { return dictionary_; }
+
+private:
+    void parse_entry();
+
+    Dictionary dictionary_;
+};
+
+}  // namespace edd

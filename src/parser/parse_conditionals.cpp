@@ -1,0 +1,205 @@
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
+#include "model/conditionals.hpp"
+#include "model/simple_value.hpp"
+#include "model/value_list.hpp"
+#include "parser/parser.hpp"
+
+namespace edd {
+
+void Parser::skip_trailing_semicolon() {
+    if (!at(";")) return;
+    advance();
+    warning(messages::trailing_semicolon);
+}
+
+// conditional_X : IF '(' expression_list ')' '{' branch [';'] '}' [ ELSE '{' [ branch [';'] ] '}' [';'] ]
+//               | SELECT '(' expression_list ')' '{' { CASE expression_list ':' branch [';']
+//                                                     | DEFAULT ':' branch [';'] } '}' [';']
+//               | X
+ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
+    if (!at("IF") && !at("SELECT")) return (this->*plain)();
+    DepthGuard guard(*this);
+    if (at("IF")) {
+        parse_keyword("IF");
+        expect("(");
+        ValuePtr condition = parse_expression_list();
+        expect(")");
+        expect("{");
+        ValuePtr then_value = (this->*branch)();
+        skip_trailing_semicolon();
+        expect("}");
+        auto conditional = std::make_shared<IfConditional>();
+        conditional->set_condition(condition);
+        conditional->set_then(then_value);
+        // A ';' after a then-branch without ELSE is left for the caller.
+        if (!at("ELSE")) return ValuePtr(conditional);
+        parse_keyword("ELSE");
+        expect("{");
+        if (at("}")) {
+            conditional->set_else(make_value<NullValue>());
+            warning(messages::empty_else);
+        } else {
+            conditional->set_else((this->*branch)());
+            skip_trailing_semicolon();
+        }
+        expect("}");
+        skip_trailing_semicolon();
+        return ValuePtr(conditional);
+    }
+    parse_keyword("SELECT");
+    expect("(");
+    auto select = std::make_shared<SelectConditional>();
+    select->set_selector(parse_expression_list());
+    expect(")");
+    expect("{");
+    while (!at("}")) {
+        if (at("CASE")) {
+            parse_keyword("CASE");
+            ValuePtr label = parse_expression_list();
+            expect(":");
+            ValuePtr value = (this->*branch)();
+            skip_trailing_semicolon();
+            select->add_case(label, value);
+        } else if (at("DEFAULT")) {
+            parse_keyword("DEFAULT");
+            expect(":");
+            ValuePtr value = (this->*branch)();
+            skip_trailing_semicolon();
+            if (select->has_default()) error(messages::select_two_defaults);
+            select->set_default(value);
+        } else {
+            // Nothing here would consume the stray token, so reading stops at it.
+            fatal(std::string(messages::expected_case_or_default) + lookahead().text() + "'.");
+        }
+    }
+    expect("}");
+    skip_trailing_semicolon();
+    return ValuePtr(select);
+}
+
+// list_X : X [ ',' X { ',' X } ] — a single entry stays itself; a comma before IF, SELECT,
+// CASE or '}' is a stray one
+ValuePtr Parser::parse_list(Grammar entry) {
+    ValuePtr first = (this->*entry)();
+    if (!at(",")) return first;
+    auto list = std::make_shared<ValueList>();
+    list->add(first);
+    while (at(",")) {
+        expect(",");
+        if (at("IF") || at("SELECT") || at("CASE") || at("}")) {
+            warning(format_message(messages::stray, {current().text()}));
+            break;
+        }
+        list->add((this->*entry)());
+    }
+    return ValuePtr(list);
+}
+
+// X_sequence : { conditional_X }
+ValuePtr Parser::parse_sequence(Grammar conditional_entry, StartTest starts_entry) {
+    auto list = std::make_shared<ValueList>();
+    while ((this->*starts_entry)()) list->add((this->*conditional_entry)());
+    return ValuePtr(list);
+}
+
+bool Parser::starts_any_entry() const { return !at("}") && !at("CASE") && !at("DEFAULT") && !at_end(); }
+
+bool Parser::starts_menu_item() const {
+    return at_kind(IDENTIFIER) || at_kind(STRING) || at("[") || (at_kind(EDDL_KEYWORD) && !at("CASE") && !at("DEFAULT"));
+}
+
+bool Parser::starts_response_code() const { return at_kind(INTEGER) || at("IF") || at("SELECT"); }
+
+// ---- Instances ----------------------------------------------------------------------------
+
+ValuePtr Parser::parse_conditional_value() {
+    return parse_conditional(&Parser::parse_plain_value, &Parser::parse_conditional_value);
+}
+
+// plain_value : expression_list [';']
+ValuePtr Parser::parse_plain_value() {
+    ValuePtr value = parse_expression_list();
+    if (at(";")) advance();
+    return value;
+}
+
+ValuePtr Parser::parse_conditional_data_item() {
+    return parse_conditional(&Parser::parse_data_item, &Parser::parse_data_item_sequence);
+}
+// data_items : [ conditional_data_item { [','] conditional_data_item } ] — commas are
+// optional between a conditional and its neighbours
+ValuePtr Parser::parse_data_item_sequence() {
+    auto list = std::make_shared<ValueList>();
+    while (starts_any_entry()) {
+        list->add(parse_conditional_data_item());
+        if (at(",")) advance();
+    }
+    return ValuePtr(list);
+}
+
+ValuePtr Parser::parse_conditional_action() {
+    return parse_conditional(&Parser::parse_action_list, &Parser::parse_action_sequence);
+}
+ValuePtr Parser::parse_action_sequence() {
+    return parse_sequence(&Parser::parse_conditional_action, &Parser::starts_any_entry);
+}
+
+ValuePtr Parser::parse_conditional_element() {
+    return parse_conditional(&Parser::parse_element, &Parser::parse_element_sequence);
+}
+ValuePtr Parser::parse_element_sequence() {
+    return parse_sequence(&Parser::parse_conditional_element, &Parser::starts_any_entry);
+}
+
+ValuePtr Parser::parse_conditional_member() {
+    return parse_conditional(&Parser::parse_member, &Parser::parse_member_sequence);
+}
+ValuePtr Parser::parse_member_sequence() {
+    return parse_sequence(&Parser::parse_conditional_member, &Parser::starts_any_entry);
+}
+
+ValuePtr Parser::parse_conditional_response_code() {
+    return parse_conditional(&Parser::parse_response_code, &Parser::parse_response_code_sequence);
+}
+ValuePtr Parser::parse_response_code_sequence() {
+    return parse_sequence(&Parser::parse_conditional_response_code, &Parser::starts_response_code);
+}
+
+ValuePtr Parser::parse_conditional_menu_items() {
+    return parse_conditional(&Parser::parse_menu_item_list, &Parser::parse_menu_item_sequence);
+}
+ValuePtr Parser::parse_menu_item_sequence() {
+    return parse_sequence(&Parser::parse_conditional_menu_items, &Parser::starts_menu_item);
+}
+
+ValuePtr Parser::parse_conditional_purpose() {
+    return parse_conditional(&Parser::parse_list_purposes, &Parser::parse_conditional_purpose);
+}
+
+ValuePtr Parser::parse_conditional_role() {
+    return parse_conditional(&Parser::parse_list_roles, &Parser::parse_conditional_role);
+}
+
+ValuePtr Parser::parse_conditional_enumerators() {
+    return parse_conditional(&Parser::parse_enumerator_list, &Parser::parse_enumerator_sequence);
+}
+ValuePtr Parser::parse_enumerator_sequence() {
+    return parse_sequence(&Parser::parse_conditional_enumerators, &Parser::starts_any_entry);
+}
+
+ValuePtr Parser::parse_conditional_vectors() {
+    return parse_conditional(&Parser::parse_vector_list, &Parser::parse_vector_sequence);
+}
+ValuePtr Parser::parse_vector_sequence() {
+    return parse_sequence(&Parser::parse_conditional_vectors, &Parser::starts_any_entry);
+}
+
+ValuePtr Parser::parse_list_point_values() { return parse_list(&Parser::parse_point_value); }
+ValuePtr Parser::parse_list_method_parameters() { return parse_list(&Parser::parse_method_parameter); }
+ValuePtr Parser::parse_list_actions() { return parse_list(&Parser::parse_action); }
+ValuePtr Parser::parse_list_purposes() { return parse_list(&Parser::parse_purpose); }
+ValuePtr Parser::parse_list_roles() { return parse_list(&Parser::parse_role); }
+ValuePtr Parser::parse_list_vectors() { return parse_list(&Parser::parse_vector); }
+
+}  // namespace edd

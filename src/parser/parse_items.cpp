@@ -1,0 +1,143 @@
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
+#include "model/attribute_table.hpp"
+#include "model/value_list.hpp"
+#include "parser/parser.hpp"
+
+namespace edd {
+
+std::string Parser::type_word(const Item& item) const {
+    return item.type() == ItemType::UNKNOWN ? std::string("LIKE") : std::string(name_of(item.type()));
+}
+
+// item_body : '{' ( relation | response_codes | references | { attribute_statement } ) '}'
+void Parser::parse_item_body(Item& item) {
+    DepthGuard guard(*this);
+    expect("{");
+    switch (item.type()) {
+    case ItemType::REFRESH:
+    case ItemType::UNIT: {
+        ValuePtr cause = parse_conditional_value();
+        expect(":");
+        ValuePtr effect = parse_conditional_value();
+        item.set_attribute(AttributeId::cause_parameter, cause);
+        item.set_attribute(AttributeId::effected_parameter, effect);
+        break;
+    }
+    case ItemType::RESPONSE_CODES:
+        while (starts_response_code())
+            store_attribute(item, AttributeId::response_code, parse_conditional_response_code());
+        break;
+    case ItemType::WRITE_AS_ONE: item.set_attribute(AttributeId::references, parse_conditional_value()); break;
+    default:
+        while (!at("}")) parse_attribute_statement(item);
+        break;
+    }
+    expect("}");
+}
+
+// attribute_statement : REDEFINE attribute | DELETE attribute_name ';' | attribute
+void Parser::parse_attribute_statement(Item& item) {
+    if (at("REDEFINE")) {
+        advance();
+        parse_attribute(item);
+    } else if (at("DELETE")) {
+        advance();
+        parse_attribute_deletion(item);
+    } else {
+        parse_attribute(item);
+    }
+}
+
+// attribute : attribute_name value
+// A value that the profile refuses is still kept; one that the item type does not define
+// is dropped.
+void Parser::parse_attribute(Item& item) {
+    const std::string name = parse_identifier(false);
+    const AttributeId id = find_attribute(name);
+    if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
+    ValuePtr value = parse_attribute_value(item, id);
+    if (!profile_.allows_attribute(item.type(), id))
+        error(format_message(messages::attribute_not_allowed, {name, type_word(item), profile_.name()}));
+    if (!item_defines_attribute(item.type(), id)) {
+        error(name + std::string(messages::attribute_not_defined) + type_word(item));
+        return;
+    }
+    store_attribute(item, id, value);
+}
+
+// deletion : DELETE attribute_name ';'
+void Parser::parse_attribute_deletion(Item& item) {
+    const std::string name = parse_identifier(false);
+    const AttributeId id = find_attribute(name);
+    if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
+    expect(";");
+    if (!profile_.allows_attribute(item.type(), id))
+        error(format_message(messages::attribute_not_allowed, {name, type_word(item), profile_.name()}));
+    item.remove_attribute(id);
+}
+
+// TRANSACTION on a COMMAND and response_code on RESPONSE_CODES accumulate; every other
+// attribute is replaced silently, the last one wins.
+void Parser::store_attribute(Item& item, AttributeId id, const ValuePtr& value) {
+    const bool merges = (id == AttributeId::TRANSACTION && item.type() == ItemType::COMMAND) ||
+                        (id == AttributeId::response_code && item.type() == ItemType::RESPONSE_CODES);
+    if (!merges || !item.has_attribute(id)) {
+        item.set_attribute(id, value);
+        return;
+    }
+    const ValuePtr& held = item.attribute(id);
+    if (held->kind() == ValueKind::VALUE_LIST) {
+        static_cast<ValueList&>(*held).add(value);
+        return;
+    }
+    auto list = std::make_shared<ValueList>();
+    list->add(held);
+    list->add(value);
+    item.set_attribute(id, ValuePtr(list));
+}
+
+// The grammar of an attribute's value is chosen by the attribute and, for TYPE, by the
+// item type.
+ValuePtr Parser::parse_attribute_value(const Item& item, AttributeId id) {
+    switch (id) {
+    case AttributeId::DEFINITION: return parse_method_definition();
+    case AttributeId::ELEMENTS: return parse_braced_elements();
+    case AttributeId::INIT_ACTIONS:
+    case AttributeId::EXIT_ACTIONS:
+    case AttributeId::PRE_EDIT_ACTIONS:
+    case AttributeId::POST_EDIT_ACTIONS:
+    case AttributeId::PRE_READ_ACTIONS:
+    case AttributeId::POST_READ_ACTIONS:
+    case AttributeId::PRE_WRITE_ACTIONS:
+    case AttributeId::POST_WRITE_ACTIONS:
+    case AttributeId::REFRESH_ACTIONS: return parse_braced_actions();
+    case AttributeId::ITEMS: return parse_braced_menu_items();
+    case AttributeId::KEY_POINTS: return parse_key_points();
+    case AttributeId::MEMBERS: return parse_braced_members();
+    case AttributeId::PURPOSE: return parse_purpose_attribute();
+    case AttributeId::ROLE: return parse_role_attribute();
+    case AttributeId::RESPONSE_CODES: return parse_response_codes_attribute();
+    case AttributeId::TRANSACTION: return parse_transaction();
+    case AttributeId::TYPE:
+        switch (item.type()) {
+        case ItemType::METHOD: return parse_method_type();
+        case ItemType::VARIABLE: return parse_type_specification();
+        case ItemType::WAVEFORM: return parse_waveform_type();
+        default: return parse_generic_attribute_value();
+        }
+    case AttributeId::VECTORS: return parse_braced_vectors();
+    default: return parse_generic_attribute_value();
+    }
+}
+
+// generic_attribute_value : '{' conditional_value '}' | conditional_value
+ValuePtr Parser::parse_generic_attribute_value() {
+    if (!at("{")) return parse_conditional_value();
+    expect("{");
+    ValuePtr value = parse_conditional_value();
+    expect("}");
+    return value;
+}
+
+}  // namespace edd

@@ -1,0 +1,153 @@
+#include "parser/parser.hpp"
+
+#include <iostream>
+#include <typeinfo>
+
+#include "diagnostics/exceptions.hpp"
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
+#include "diagnostics/report.hpp"
+#include "diagnostics/type_name.hpp"
+#include "model/parameter_value.hpp"
+#include "model/simple_value.hpp"
+#include "xml/text_utils.hpp"
+
+namespace edd {
+
+Parser::Parser(TokenStream& source, std::string file_name, const Profile& profile,
+               std::vector<std::string> include_paths, std::ostream& diagnostics)
+    : TokenReader(source, diagnostics),
+      file_name_(std::move(file_name)),
+      profile_(profile),
+      include_paths_(std::move(include_paths)),
+      import_chain_(std::make_shared<std::vector<std::string>>(1, file_name_)) {}
+
+// The handlers other than ParseError write to standard error, not to the diagnostics: they
+// stand for faults of the converter rather than of the description.
+bool Parser::parse() {
+    auto print_position = [this] {
+        std::cerr << messages::position << current().file_name() << '(' << current().line() << ")\n";
+    };
+    try {
+        parse_description();
+    } catch (const ParseError&) {
+        return false;
+    } catch (const std::exception& e) {
+        std::cerr << messages::failure_in_parser << ": " << e.what() << '(' << readable_type_name(typeid(e)) << ")\n";
+        print_position();
+        return false;
+    } catch (...) {
+        std::cerr << messages::failure_in_parser << '\n';
+        print_position();
+        return false;
+    }
+    return get_error_count() == 0;
+}
+
+// description : identification { import | item_definition }
+void Parser::parse_description() {
+    parse_identification(description_.identification);
+    while (!at_end()) {
+        if (at("IMPORT")) parse_import();
+        else parse_item_definition();
+    }
+}
+
+// identification : identification_entry { ',' identification_entry }
+void Parser::parse_identification(Identification& identification) {
+    parse_identification_entry(identification);
+    while (at(",")) {
+        expect(",");
+        parse_identification_entry(identification);
+    }
+}
+
+// identification_entry : ( MANUFACTURER | DEVICE_TYPE ) ( integer | identifier )
+//                      | ( DEVICE_REVISION | DD_REVISION | EDD_REVISION | EDD_PROFILE | EDD_VERSION ) integer
+//                      | MANUFACTURER_EXT string
+void Parser::parse_identification_entry(Identification& identification) {
+    advance();
+    const std::string keyword = current().text();
+    if (keyword == "MANUFACTURER" || keyword == "DEVICE_TYPE") {
+        advance();
+        if (!current().is(INTEGER) && !current().is(IDENTIFIER))
+            fatal(format_message(keyword == "MANUFACTURER" ? messages::manufacturer_value : messages::device_type_value,
+                                 {current().text()}));
+        ValuePtr value = make_value<SimpleValue>(current().is(INTEGER) ? ValueKind::INTEGER : ValueKind::IDENTIFIER,
+                                                 current().text());
+        (keyword == "MANUFACTURER" ? identification.manufacturer : identification.device_type) = value;
+        return;
+    }
+    ValuePtr* field = keyword == "DEVICE_REVISION"                            ? &identification.device_revision
+                      : keyword == "DD_REVISION" || keyword == "EDD_REVISION" ? &identification.dd_revision
+                      : keyword == "EDD_PROFILE"                              ? &identification.edd_profile
+                      : keyword == "EDD_VERSION"                              ? &identification.edd_version
+                                                                              : nullptr;
+    if (field != nullptr) {
+        *field = make_value<SimpleValue>(ValueKind::INTEGER, to_text(parse_integer()));
+        return;
+    }
+    if (keyword == "MANUFACTURER_EXT") {
+        identification.manufacturer_ext = make_value<SimpleValue>(ValueKind::STRING, parse_string_literal());
+        return;
+    }
+    fatal(format_message(messages::expected_identification, {keyword}));
+}
+
+// item_definition : item_type [ OF item_type ] name [ LIKE [ item_type ] base ] [ parameters ] body
+//                 | name LIKE [ item_type ] base body
+void Parser::parse_item_definition() {
+    const Token origin = lookahead();
+    const std::string first = parse_identifier(false);
+    ItemType type = find_item_type(first);
+    std::string name;
+    std::string of_type;
+    if (type == ItemType::UNKNOWN) {
+        if (!at("LIKE")) fatal(format_message(messages::expected_edd_object, {current().text()}));
+        name = first;  // the LIKE form without an item type; the base supplies it
+    } else {
+        if (!profile_.allows_item(type))
+            error(format_message(messages::object_not_allowed, {first, profile_.name()}));
+        if ((type == ItemType::COLLECTION || type == ItemType::ITEM_ARRAY || type == ItemType::ARRAY) && at("OF")) {
+            advance();
+            of_type = parse_identifier(false);
+        }
+        name = parse_identifier(true);
+    }
+    Item item(type, name, origin);
+    if (!of_type.empty()) item.set_attribute(AttributeId::of_type, make_value<SimpleValue>(ValueKind::KEYWORD, of_type));
+    if (at("LIKE")) {
+        advance();
+        const std::string word = parse_identifier(false);
+        item.set_parent(find_item_type(word) != ItemType::UNKNOWN ? parse_identifier(false) : word);
+    }
+    if (type == ItemType::METHOD && at("(")) parse_method_header(item);
+    parse_item_body(item);
+    register_item(std::move(item));
+}
+
+// method_parameters : '(' [ parameter { ',' parameter } ] ')'
+void Parser::parse_method_header(Item& item) {
+    expect("(");
+    if (!at(")")) item.set_attribute(AttributeId::method_parameters, parse_list_method_parameters());
+    expect(")");
+}
+
+void Parser::register_item(Item item) {
+    if (description_.items.contains(item.name())) {
+        const Item& first = description_.items.get(item.name());
+        std::string message(messages::duplicate_definition);
+        message += item.name();
+        message += '"';
+        message += messages::duplicate_definition_object;
+        message += first.name();
+        message += messages::initially_defined_at;
+        message += first.origin().file_name() + '(' + std::to_string(first.origin().line()) + ')';
+        message += '\n';
+        error(message);
+        return;
+    }
+    description_.items.insert(std::move(item));
+}
+
+}  // namespace edd

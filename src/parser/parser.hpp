@@ -1,0 +1,153 @@
+// The EDDL parser: a recursive-descent reader of one description on the token reader.
+// This header is the table of contents of the grammar; the rules are split over
+// parse_*.cpp by area. Problems are reported and counted; a fatal one throws ParseError,
+// which parse() catches: there is no resynchronisation.
+#pragma once
+
+#include <memory>
+#include <set>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "model/description.hpp"
+#include "model/type_value.hpp"
+#include "parser/token_reader.hpp"
+#include "validation/profile.hpp"
+
+namespace edd {
+
+class Parser : public TokenReader {
+public:
+    Parser(TokenStream& source, std::string file_name, const Profile& profile, std::vector<std::string> include_paths,
+           std::ostream& diagnostics);
+
+    // True when no error was counted and nothing fatal happened. Lets no exception out.
+    bool parse();
+    const Description& description() const { return description_; }
+    Description take_description() { return std::move(description_); }
+
+private:
+    using Grammar = ValuePtr (Parser::*)();
+    using StartTest = bool (Parser::*)() const;
+
+    // ---- Top level (parser.cpp) ------------------------------------------------------
+    void parse_description();
+    void parse_identification(Identification& identification);
+    void parse_identification_entry(Identification& identification);
+    void parse_item_definition();
+    void parse_method_header(Item& item);
+    void register_item(Item item);
+
+    // ---- IMPORT and REDEFINITIONS (parse_import.cpp) -----------------------------------
+    void parse_import();
+    ItemTable parse_imported_file(const std::string& path);
+    std::vector<Item> parse_import_list(const ItemTable& imported);
+    void parse_redefinitions(std::vector<Item>& import_set);
+
+    // ---- Item bodies and attributes (parse_items.cpp) ------------------------------------
+    void parse_item_body(Item& item);
+    void parse_attribute_statement(Item& item);
+    void parse_attribute(Item& item);
+    void parse_attribute_deletion(Item& item);
+    ValuePtr parse_attribute_value(const Item& item, AttributeId id);
+    void store_attribute(Item& item, AttributeId id, const ValuePtr& value);
+    std::string type_word(const Item& item) const;
+
+    // ---- Expressions (parse_expression.cpp) ------------------------------------------
+    ValuePtr parse_expression_list();
+    ValuePtr parse_assignment_expression();
+    ValuePtr parse_conditional_expression();
+    ValuePtr parse_binary_expression(int limit);
+    ValuePtr parse_prefix_expression();
+    ValuePtr parse_postfix_expression();
+    ValuePtr parse_primary_expression();
+    ValuePtr parse_string_value();
+    ValuePtr parse_reference();
+    ValuePtr parse_reference_or_call();
+    ValuePtr parse_keyword_combination();
+    ValuePtr read_operator();
+
+    // ---- Conditional and list templates (parse_conditionals.cpp) ---------------------------
+    ValuePtr parse_conditional(Grammar plain, Grammar branch);
+    ValuePtr parse_list(Grammar entry);
+    ValuePtr parse_sequence(Grammar conditional_entry, StartTest starts_entry);
+    void skip_trailing_semicolon();
+    bool starts_any_entry() const;
+    bool starts_menu_item() const;
+    bool starts_response_code() const;
+
+    ValuePtr parse_conditional_value();
+    ValuePtr parse_plain_value();
+    ValuePtr parse_conditional_data_item();
+    ValuePtr parse_data_item_sequence();
+    ValuePtr parse_conditional_action();
+    ValuePtr parse_action_sequence();
+    ValuePtr parse_conditional_element();
+    ValuePtr parse_element_sequence();
+    ValuePtr parse_conditional_member();
+    ValuePtr parse_member_sequence();
+    ValuePtr parse_conditional_response_code();
+    ValuePtr parse_response_code_sequence();
+    ValuePtr parse_conditional_menu_items();
+    ValuePtr parse_menu_item_sequence();
+    ValuePtr parse_conditional_purpose();
+    ValuePtr parse_conditional_role();
+    ValuePtr parse_conditional_enumerators();
+    ValuePtr parse_enumerator_sequence();
+    ValuePtr parse_conditional_vectors();
+    ValuePtr parse_vector_sequence();
+
+    ValuePtr parse_list_point_values();
+    ValuePtr parse_list_method_parameters();
+    ValuePtr parse_list_actions();
+    ValuePtr parse_list_purposes();
+    ValuePtr parse_list_roles();
+    ValuePtr parse_list_vectors();
+
+    // ---- Attribute grammars (parse_attributes.cpp) ------------------------------------
+    ValuePtr parse_method_definition();
+    ValuePtr parse_braced_elements();
+    ValuePtr parse_braced_actions();
+    ValuePtr parse_braced_menu_items();
+    ValuePtr parse_key_points();
+    ValuePtr parse_braced_members();
+    ValuePtr parse_purpose_attribute();
+    ValuePtr parse_role_attribute();
+    ValuePtr parse_response_codes_attribute();
+    ValuePtr parse_transaction();
+    ValuePtr parse_method_type();
+    ValuePtr parse_type_specification();
+    ValuePtr parse_waveform_type();
+    ValuePtr parse_braced_vectors();
+    ValuePtr parse_generic_attribute_value();
+
+    ValuePtr parse_data_item();
+    ValuePtr parse_action();
+    ValuePtr parse_action_list();
+    ValuePtr parse_element();
+    ValuePtr parse_member();
+    ValuePtr parse_response_code();
+    ValuePtr parse_menu_item();
+    ValuePtr parse_menu_item_list();
+    ValuePtr parse_purpose();
+    ValuePtr parse_role();
+    ValuePtr parse_enumerator();
+    ValuePtr parse_enumerator_list();
+    ValuePtr parse_vector();
+    ValuePtr parse_vector_list();
+    ValuePtr parse_point_value();
+    ValuePtr parse_method_parameter();
+    ValuePtr parse_point_list();
+    ValuePtr parse_keyword_set_combination(const std::set<std::string, std::less<>>& words);
+    ValuePtr parse_type_body(TypeValue& type, bool enumerated);
+
+    std::string file_name_;
+    Description description_;
+    const Profile& profile_;
+    std::vector<std::string> include_paths_;
+    // The files whose IMPORT is being read, outermost first; shared with nested parsers.
+    std::shared_ptr<std::vector<std::string>> import_chain_;
+};
+
+}  // namespace edd
