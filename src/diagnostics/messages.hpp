@@ -146,9 +146,9 @@ inline constexpr std::string_view delete_missing = "Object being DELETEed is not
 inline constexpr std::string_view expected_redefinition =
     "Expected item redefinition or item deletion but got %0.";
 inline constexpr std::string_view no_identifiers_supported = "No Identifiers supported.";
-inline constexpr std::string_view import_cycle = "Cyclic IMPORT of %0.";
+inline constexpr std::string_view import_cycle = "Recursive import of %0.";
 inline constexpr std::string_view like_undefined = "Error: %0 is not defined but is referenced in %1 LIKE ";
-inline constexpr std::string_view like_cycle = "Error: %0 is defined LIKE itself through a cycle of LIKE bases.";
+inline constexpr std::string_view like_cycle = "Error: LIKE cycle through %0";
 
 // Parser: attribute grammars.
 inline constexpr std::string_view expected_type_specifier = "Expected type specifier.";
@@ -165,5 +165,15 @@ inline constexpr std::string_view expected_point = "Expected reference, integer 
 inline constexpr std::string_view expected_key_points = "Expected X_VALUES or Y_VALUES but got %0.";
 inline constexpr std::string_view parameter_not_unsigned = "The parameter of type '%0' can not be unsigned.";
 inline constexpr std::string_view unknown_parameter_type = "Unknown parameter type %0.";
+
+// XML document and image files.
+inline constexpr std::string_view document_not_built = "XML_Writer: Document was not built.";
+inline constexpr std::string_view unknown_xml_type = "type_to_xname: unknown type";
+inline constexpr std::string_view invalid_element_name = "XML: \"%0\" is not a valid element name.";
+inline constexpr std::string_view document_not_saved = "XML: could not save the document to %0.";
+inline constexpr std::string_view could_not_open_related_file = "Could not open related file %0.";
+inline constexpr std::string_view collect_paths_not_image = "collect_paths can only handle IMAGE obejcts.";
+inline constexpr std::string_view image_without_path = "IMAGE objects must have a PATH attribtue.";
+inline constexpr std::string_view image_path_not_string = "IMAGE.PATH may only be a string expression.";
 
 }  // namespace edd::messages

@@ -20,6 +20,7 @@
 #include "parser/dictionary_reader.hpp"
 #include "parser/parser.hpp"
 #include "validation/like_resolution.hpp"
+#include "xml/xml_writer.hpp"
 #include "validation/profile.hpp"
 
 namespace edd {
@@ -77,11 +78,16 @@ int convert(Options& options, std::ostream& diagnostics) {
     if (!parser.parse() && !options.continue_on_error) return exit_status::parse_failed;
 
     const Description description = resolve_like_items(parser.description(), diagnostics);
+    XML_Writer writer(description, diagnostics);
 
     if (!options.dictionary_files.empty()) {
         Dictionary dictionary;
         if (auto status = load_dictionaries(options, diagnostics, dictionary)) return *status;
+        writer.set_dictionary(dictionary);
     }
+
+    writer.build();
+    writer.save(options.output_file);
 
     if (options.dump) {
         std::ofstream dump(options.dump_file);

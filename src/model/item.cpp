@@ -56,8 +56,12 @@ std::string_view terminator(ValueKind kind) {
 
 }  // namespace
 
+std::string_view item_type_word(const Item& item) {
+    return item.type() == ItemType::UNKNOWN ? std::string_view("LIKE") : name_of(item.type());
+}
+
 void dump_item(std::ostream& out, const Item& item) {
-    out << item.type() << ' ' << item.name() << "\n{\n";
+    out << item_type_word(item) << ' ' << item.name() << "\n{\n";
     for (AttributeId id : item.defined_attributes()) {
         const Value& value = *item.attribute(id);
         const ValueKind kind = value.kind();

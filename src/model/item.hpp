@@ -44,6 +44,10 @@ private:
     Token origin_;
 };
 
+// The item-type word of an item: its type's keyword, or "LIKE" for an item defined LIKE
+// another without naming a type (until the base supplies one).
+std::string_view item_type_word(const Item& item);
+
 // The EDDL-like text form of an item (the -t dump).
 void dump_item(std::ostream& out, const Item& item);
 // Each item followed by an empty line.

@@ -87,8 +87,8 @@ ValuePtr Parser::parse_method_parameter() {
     else if (type == "double") code = 7;
     else if (type == "DD_STRING") code = 8;
     else if (type == "DD_ITEM") code = 9;
-    else error(format_message(messages::unknown_parameter_type, {type}));
-    if (is_unsigned && code >= 6) error(format_message(messages::parameter_not_unsigned, {type}));
+    else fatal(format_message(messages::unknown_parameter_type, {type}));
+    if (is_unsigned && code >= 6) fatal(format_message(messages::parameter_not_unsigned, {type}));
     std::uint32_t mode = 0;
     if (at("&")) {
         advance();

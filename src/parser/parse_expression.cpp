@@ -170,7 +170,7 @@ ValuePtr Parser::parse_string_value() {
     fatal(format_message(messages::expected_string, {current().text()}));
 }
 
-// reference : identifier [ '[' expression_list ']' ] { ( '->' | '.' ) identifier }
+// reference : identifier [ '[' ( reference | integer ) ']' ] { ( '->' | '.' ) identifier }
 // The path is kept as written; the index is the reference's argument.
 ValuePtr Parser::parse_reference() {
     std::string path = parse_identifier(false);
@@ -178,9 +178,18 @@ ValuePtr Parser::parse_reference() {
     if (at("[")) {
         DepthGuard guard(*this);
         expect("[");
-        index = parse_expression_list();
+        if (at_kind(IDENTIFIER)) {
+            index = parse_reference();
+            path += '[' + static_cast<const ReferenceValue&>(*index).name() + ']';
+        } else if (at_kind(INTEGER)) {
+            index = expect_integer();
+            path += '[' + static_cast<const SimpleValue&>(*index).text() + ']';
+        } else {
+            // Any other index (a negative number, a bracketed sum) is read as an expression.
+            index = parse_expression_list();
+            path += '[' + index->to_string() + ']';
+        }
         expect("]");
-        path += '[' + index->to_string() + ']';
     }
     while (at("->") || at(".")) {
         advance();

@@ -8,6 +8,7 @@
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
 #include "frontend/source_text.hpp"
+#include "parser/canonical_path.hpp"
 #include "parser/parser.hpp"
 #include "xml/text_utils.hpp"
 
@@ -67,7 +68,7 @@ void Parser::parse_import() {
     }
     const std::string path = name.empty() ? std::string() : resolve_import(name, include_paths_);
     if (path.empty()) fatal(format_message(messages::import_not_found, {name}));
-    ItemTable imported = parse_imported_file(path);
+    ItemTable imported = parse_imported_file(name, path);
 
     std::vector<Item> import_set;
     if (at("{")) {
@@ -90,16 +91,17 @@ void Parser::parse_import() {
 
 // The imported file is converted on its own, with the same include paths, profile and
 // diagnostics; its problems count as ours.
-ItemTable Parser::parse_imported_file(const std::string& path) {
-    if (std::ranges::find(*import_chain_, path) != import_chain_->end())
-        fatal(format_message(messages::import_cycle, {path}));
+ItemTable Parser::parse_imported_file(const std::string& name, const std::string& path) {
+    const std::string canonical = canonical_path(path);
+    if (std::ranges::find(*import_chain_, canonical) != import_chain_->end())
+        fatal(format_message(messages::import_cycle, {name}));
     std::optional<std::string> text = read_file(path);
     if (!text) fatal(format_message(messages::import_not_found, {path}));
     Lexer lexer(Lexer::FromText{}, std::move(*text), path, diagnostics());
     Preprocessor preprocessor(lexer, include_paths_, diagnostics());
     Parser nested(preprocessor, path, profile_, include_paths_, diagnostics());
     nested.import_chain_ = import_chain_;
-    import_chain_->push_back(path);
+    import_chain_->push_back(canonical);
     const bool parsed = nested.parse();
     import_chain_->pop_back();
     add_counts(nested.get_error_count(), nested.get_warning_count());

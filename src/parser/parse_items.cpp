@@ -6,10 +6,6 @@
 
 namespace edd {
 
-std::string Parser::type_word(const Item& item) const {
-    return item.type() == ItemType::UNKNOWN ? std::string("LIKE") : std::string(name_of(item.type()));
-}
-
 // item_body : '{' ( relation | response_codes | references | { attribute_statement } ) '}'
 void Parser::parse_item_body(Item& item) {
     DepthGuard guard(*this);
@@ -40,30 +36,31 @@ void Parser::parse_item_body(Item& item) {
 void Parser::parse_attribute_statement(Item& item) {
     if (at("REDEFINE")) {
         advance();
-        parse_attribute(item);
+        parse_attribute(item, true);
     } else if (at("DELETE")) {
         advance();
         parse_attribute_deletion(item);
     } else {
-        parse_attribute(item);
+        parse_attribute(item, false);
     }
 }
 
 // attribute : attribute_name value
 // A value that the profile refuses is still kept; one that the item type does not define
-// is dropped.
-void Parser::parse_attribute(Item& item) {
+// is dropped. A redefinition replaces the slot even where attributes accumulate.
+void Parser::parse_attribute(Item& item, bool redefine) {
     const std::string name = parse_identifier(false);
     const AttributeId id = find_attribute(name);
     if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
     ValuePtr value = parse_attribute_value(item, id);
     if (!profile_.allows_attribute(item.type(), id))
-        error(format_message(messages::attribute_not_allowed, {name, type_word(item), profile_.name()}));
+        error(format_message(messages::attribute_not_allowed, {name, item_type_word(item), profile_.name()}));
     if (!item_defines_attribute(item.type(), id)) {
-        error(name + std::string(messages::attribute_not_defined) + type_word(item));
+        error(name + std::string(messages::attribute_not_defined) + std::string(item_type_word(item)));
         return;
     }
-    store_attribute(item, id, value);
+    if (redefine) item.set_attribute(id, value);
+    else store_attribute(item, id, value);
 }
 
 // deletion : DELETE attribute_name ';'
@@ -73,7 +70,7 @@ void Parser::parse_attribute_deletion(Item& item) {
     if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
     expect(";");
     if (!profile_.allows_attribute(item.type(), id))
-        error(format_message(messages::attribute_not_allowed, {name, type_word(item), profile_.name()}));
+        error(format_message(messages::attribute_not_allowed, {name, item_type_word(item), profile_.name()}));
     item.remove_attribute(id);
 }
 

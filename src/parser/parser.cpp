@@ -11,6 +11,7 @@
 #include "model/parameter_value.hpp"
 #include "model/simple_value.hpp"
 #include "xml/text_utils.hpp"
+#include "parser/canonical_path.hpp"
 
 namespace edd {
 
@@ -20,7 +21,7 @@ Parser::Parser(TokenStream& source, std::string file_name, const Profile& profil
       file_name_(std::move(file_name)),
       profile_(profile),
       include_paths_(std::move(include_paths)),
-      import_chain_(std::make_shared<std::vector<std::string>>(1, file_name_)) {}
+      import_chain_(std::make_shared<std::vector<std::string>>(1, canonical_path(file_name_))) {}
 
 // The handlers other than ParseError write to standard error, not to the diagnostics: they
 // stand for faults of the converter rather than of the description.
@@ -102,25 +103,40 @@ void Parser::parse_item_definition() {
     ItemType type = find_item_type(first);
     std::string name;
     std::string of_type;
+    auto check_profile = [this](ItemType allowed, const std::string& word) {
+        if (!profile_.allows_item(allowed))
+            error(format_message(messages::object_not_allowed, {word, profile_.name()}));
+    };
     if (type == ItemType::UNKNOWN) {
         if (!at("LIKE")) fatal(format_message(messages::expected_edd_object, {current().text()}));
-        name = first;  // the LIKE form without an item type; the base supplies it
+        name = first;  // name LIKE [item_type] base
     } else {
-        if (!profile_.allows_item(type))
-            error(format_message(messages::object_not_allowed, {first, profile_.name()}));
+        check_profile(type, first);
         if ((type == ItemType::COLLECTION || type == ItemType::ITEM_ARRAY || type == ItemType::ARRAY) && at("OF")) {
             advance();
             of_type = parse_identifier(false);
         }
         name = parse_identifier(true);
     }
-    Item item(type, name, origin);
-    if (!of_type.empty()) item.set_attribute(AttributeId::of_type, make_value<SimpleValue>(ValueKind::KEYWORD, of_type));
+    std::string parent;
     if (at("LIKE")) {
         advance();
         const std::string word = parse_identifier(false);
-        item.set_parent(find_item_type(word) != ItemType::UNKNOWN ? parse_identifier(false) : word);
+        const ItemType named = find_item_type(word);
+        if (named == ItemType::UNKNOWN) {
+            parent = word;
+        } else {
+            // The type named after LIKE is the item's own; without one the base supplies it.
+            if (type == ItemType::UNKNOWN) {
+                type = named;
+                check_profile(type, word);
+            }
+            parent = parse_identifier(false);
+        }
     }
+    Item item(type, name, origin);
+    item.set_parent(parent);
+    if (!of_type.empty()) item.set_attribute(AttributeId::of_type, make_value<SimpleValue>(ValueKind::KEYWORD, of_type));
     if (type == ItemType::METHOD && at("(")) parse_method_header(item);
     parse_item_body(item);
     register_item(std::move(item));

@@ -41,18 +41,17 @@ private:
 
     // ---- IMPORT and REDEFINITIONS (parse_import.cpp) -----------------------------------
     void parse_import();
-    ItemTable parse_imported_file(const std::string& path);
+    ItemTable parse_imported_file(const std::string& name, const std::string& path);
     std::vector<Item> parse_import_list(const ItemTable& imported);
     void parse_redefinitions(std::vector<Item>& import_set);
 
     // ---- Item bodies and attributes (parse_items.cpp) ------------------------------------
     void parse_item_body(Item& item);
     void parse_attribute_statement(Item& item);
-    void parse_attribute(Item& item);
+    void parse_attribute(Item& item, bool redefine);
     void parse_attribute_deletion(Item& item);
     ValuePtr parse_attribute_value(const Item& item, AttributeId id);
     void store_attribute(Item& item, AttributeId id, const ValuePtr& value);
-    std::string type_word(const Item& item) const;
 
     // ---- Expressions (parse_expression.cpp) ------------------------------------------
     ValuePtr parse_expression_list();
@@ -146,7 +145,8 @@ private:
     Description description_;
     const Profile& profile_;
     std::vector<std::string> include_paths_;
-    // The files whose IMPORT is being read, outermost first; shared with nested parsers.
+    // The files being read, outermost first, as canonical paths; shared with nested parsers
+    // so that a file importing itself, directly or not, is caught.
     std::shared_ptr<std::vector<std::string>> import_chain_;
 };
 

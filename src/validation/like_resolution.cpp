@@ -52,7 +52,11 @@ public:
             chain.push_back(&base);
             current = &base;
         }
-        for (std::size_t i = chain.size(); i-- > 0;) resolve_one(*chain[i], cycle && i >= cycle_start);
+        // Items on a cycle stay as parsed and are reported in chain order; the items before
+        // the cycle then resolve base first.
+        const std::size_t resolvable = cycle ? cycle_start : chain.size();
+        for (std::size_t i = resolvable; i < chain.size(); ++i) resolve_one(*chain[i], true);
+        for (std::size_t i = resolvable; i-- > 0;) resolve_one(*chain[i], false);
         return resolved_.at(start.name());
     }
 

@@ -1,0 +1,18 @@
+// The image files a description names: every path any condition of an IMAGE's PATH could
+// select, paired with the directory of the file that defines the image. Reading them is the writer's.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "model/item.hpp"
+
+namespace edd {
+
+// Appends (directory of the defining file, path as written) for each string in PATH, IF and
+// SELECT branches included, in source order. Throws std::logic_error for an item that is no
+// IMAGE, an IMAGE without PATH, and a PATH holding anything but strings and conditionals.
+void collect_paths(const Item& image, std::vector<std::pair<std::string, std::string>>& paths);
+
+}  // namespace edd
