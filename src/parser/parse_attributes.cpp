@@ -99,7 +99,7 @@ ValuePtr Parser::parse_method_parameter() {
 
 // ---- Variable types -------------------------------------------------------------------
 
-// type_specification : type_word [ '(' integer ')' ] [ reference ] ( ';' | '{' type_body '}' [';'] | )
+// type_specification : type_word [ '(' integer ')' ] [ reference ] ( ';' | '{' type_body '}' [';'] )
 ValuePtr Parser::parse_type_specification() {
     const std::string word = lookahead().is(STRING) ? std::string() : lookahead().text();
     const ks::WordSet* set = nullptr;
@@ -117,30 +117,30 @@ ValuePtr Parser::parse_type_specification() {
         type->set_size(static_cast<std::uint32_t>(parse_integer()));
         expect(")");
     }
-    if (set == &ks::index_type && at_kind(IDENTIFIER)) type->add_value(parse_reference());
+    if (set == &ks::index_type) type->add_value(parse_reference());
     if (at(";")) {
         advance();
-    } else if (at("{")) {
-        expect("{");
-        parse_type_body(*type, set == &ks::enumerated_types);
-        expect("}");
-        if (at(";")) advance();
+        return ValuePtr(type);
     }
+    expect("{");
+    parse_type_body(*type, set == &ks::enumerated_types);
+    expect("}");
+    if (at(";")) advance();
     return ValuePtr(type);
 }
 
-// type_body : { value_attribute conditional_value | format_word conditional_value | enumerators }
-// Value attributes and formats become the type's attributes; enumerators its values.
+// type_body : { value_attribute conditional_value | enumerators }   (enumerated types)
+//           | { attribute_word conditional_value }                 (other types)
+// Attributes become the type's attributes, enumerators its values. Besides the value
+// limits, the other types take words such as DISPLAY_FORMAT and EDIT_FORMAT.
 ValuePtr Parser::parse_type_body(TypeValue& type, bool enumerated) {
     while (!at("}") && !at_end()) {
         const bool word = (at_kind(EDDL_KEYWORD) || at_kind(IDENTIFIER)) && !at("IF") && !at("SELECT");
-        if (word && (!enumerated || is_value_attribute(lookahead().text()) || !at("{"))) {
-            if (!enumerated || is_value_attribute(lookahead().text()) || at_kind(EDDL_KEYWORD)) {
-                advance();
-                const std::string name = current().text();
-                type.set_attribute(Attribute(name, parse_conditional_value()));
-                continue;
-            }
+        if (word && (!enumerated || is_value_attribute(lookahead().text()))) {
+            advance();
+            const std::string name = current().text();
+            type.set_attribute(Attribute(name, parse_conditional_value()));
+            continue;
         }
         if (!enumerated) break;
         std::vector<ValuePtr> enumerators;
@@ -158,11 +158,10 @@ ValuePtr Parser::parse_enumerator_list() {
     list->add(first);
     while (at(",")) {
         advance();
-        if (at("}")) {
+        if (at("}") || at("IF") || at("SELECT") || at("CASE")) {
             warning(messages::trailing_comma_in_enumerator);
             break;
         }
-        if (at("IF") || at("SELECT")) break;
         list->add(parse_enumerator());
     }
     return ValuePtr(list);
@@ -226,11 +225,10 @@ ValuePtr Parser::parse_menu_item_list() {
     list->add(first);
     while (at(",")) {
         advance();
-        if (at("}")) {
+        if (at("}") || at("IF") || at("SELECT") || at("CASE")) {
             warning(messages::trailing_comma_in_items);
             break;
         }
-        if (at("IF") || at("SELECT")) break;
         list->add(parse_menu_item());
     }
     return ValuePtr(list);

@@ -103,7 +103,10 @@ ValuePtr Parser::parse_sequence(Grammar conditional_entry, StartTest starts_entr
     return ValuePtr(list);
 }
 
-bool Parser::starts_any_entry() const { return !at("}") && !at("CASE") && !at("DEFAULT") && !at_end(); }
+// A ';' ends a branch too: the template reports it as a trailing semicolon.
+bool Parser::starts_any_entry() const {
+    return !at("}") && !at(";") && !at("CASE") && !at("DEFAULT") && !at_end();
+}
 
 bool Parser::starts_menu_item() const {
     return at_kind(IDENTIFIER) || at_kind(STRING) || at("[") || (at_kind(EDDL_KEYWORD) && !at("CASE") && !at("DEFAULT"));
