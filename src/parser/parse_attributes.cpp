@@ -133,7 +133,7 @@ ValuePtr Parser::parse_type_specification() {
 //           | { attribute_word conditional_value }                 (other types)
 // Attributes become the type's attributes, enumerators its values. Besides the value
 // limits, the other types take words such as DISPLAY_FORMAT and EDIT_FORMAT.
-ValuePtr Parser::parse_type_body(TypeValue& type, bool enumerated) {
+void Parser::parse_type_body(TypeValue& type, bool enumerated) {
     while (!at("}") && !at_end()) {
         const bool word = (at_kind(EDDL_KEYWORD) || at_kind(IDENTIFIER)) && !at("IF") && !at("SELECT");
         if (word && (!enumerated || is_value_attribute(lookahead().text()))) {
@@ -147,24 +147,11 @@ ValuePtr Parser::parse_type_body(TypeValue& type, bool enumerated) {
         add_flattened(enumerators, parse_conditional_enumerators());
         for (const ValuePtr& enumerator : enumerators) type.add_value(enumerator);
     }
-    return ValuePtr();
 }
 
 // enumerators : enumerator { ',' enumerator } [ ',' ]
 ValuePtr Parser::parse_enumerator_list() {
-    ValuePtr first = parse_enumerator();
-    if (!at(",")) return first;
-    auto list = std::make_shared<ValueList>();
-    list->add(first);
-    while (at(",")) {
-        advance();
-        if (at("}") || at("IF") || at("SELECT") || at("CASE")) {
-            warning(messages::trailing_comma_in_enumerator);
-            break;
-        }
-        list->add(parse_enumerator());
-    }
-    return ValuePtr(list);
+    return parse_list(&Parser::parse_enumerator, messages::trailing_comma_in_enumerator);
 }
 
 // enumerator : '{' value ',' description { ',' ( help | status_classes | classes | action ) } '}'
@@ -218,21 +205,7 @@ ValuePtr Parser::parse_braced_menu_items() {
 }
 
 // menu_item_list : menu_item { ',' menu_item } [ ',' ]
-ValuePtr Parser::parse_menu_item_list() {
-    ValuePtr first = parse_menu_item();
-    if (!at(",")) return first;
-    auto list = std::make_shared<ValueList>();
-    list->add(first);
-    while (at(",")) {
-        advance();
-        if (at("}") || at("IF") || at("SELECT") || at("CASE")) {
-            warning(messages::trailing_comma_in_items);
-            break;
-        }
-        list->add(parse_menu_item());
-    }
-    return ValuePtr(list);
-}
+ValuePtr Parser::parse_menu_item_list() { return parse_list(&Parser::parse_menu_item, messages::trailing_comma_in_items); }
 
 // menu_item : layout_word | string_value | reference [ '(' qualifier { ',' qualifier } ')' ]
 ValuePtr Parser::parse_menu_item() {

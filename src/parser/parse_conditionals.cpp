@@ -80,7 +80,7 @@ ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
 
 // list_X : X [ ',' X { ',' X } ] — a single entry stays itself; a comma before IF, SELECT,
 // CASE or '}' is a stray one
-ValuePtr Parser::parse_list(Grammar entry) {
+ValuePtr Parser::parse_list(Grammar entry, std::string_view trailing) {
     ValuePtr first = (this->*entry)();
     if (!at(",")) return first;
     auto list = std::make_shared<ValueList>();
@@ -88,7 +88,7 @@ ValuePtr Parser::parse_list(Grammar entry) {
     while (at(",")) {
         expect(",");
         if (at("IF") || at("SELECT") || at("CASE") || at("}")) {
-            warning(format_message(messages::stray, {current().text()}));
+            warning(trailing.empty() ? format_message(messages::stray, {current().text()}) : std::string(trailing));
             break;
         }
         list->add((this->*entry)());

@@ -69,7 +69,8 @@ private:
 
     // ---- Conditional and list templates (parse_conditionals.cpp) ---------------------------
     ValuePtr parse_conditional(Grammar plain, Grammar branch);
-    ValuePtr parse_list(Grammar entry);
+    // `trailing` words the warning for a comma that ends the list; by default "Stray ,".
+    ValuePtr parse_list(Grammar entry, std::string_view trailing = {});
     ValuePtr parse_sequence(Grammar conditional_entry, StartTest starts_entry);
     void skip_trailing_semicolon();
     bool starts_any_entry() const;
@@ -139,7 +140,7 @@ private:
     ValuePtr parse_method_parameter();
     ValuePtr parse_point_list();
     ValuePtr parse_keyword_set_combination(const std::set<std::string, std::less<>>& words);
-    ValuePtr parse_type_body(TypeValue& type, bool enumerated);
+    void parse_type_body(TypeValue& type, bool enumerated);
 
     std::string file_name_;
     Description description_;
