@@ -3,6 +3,7 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <optional>
 #include <typeinfo>
 
@@ -63,8 +64,36 @@ std::optional<int> load_dictionaries(const Options& options, std::ostream& diagn
     return std::nullopt;
 }
 
+// The stages of a conversion, freed in the reverse order of their making, or parked until
+// the process ends (see Cleanup).
+class Stages {
+public:
+    explicit Stages(Cleanup cleanup) : cleanup_(cleanup) {}
+    Stages(const Stages&) = delete;
+    Stages& operator=(const Stages&) = delete;
+    ~Stages() {
+        if (cleanup_ == Cleanup::leave_to_exit) {
+            // Never deleted: the process ends soon, and the pointer keeps it all reachable.
+            static auto* parked = new std::vector<std::shared_ptr<void>>;
+            parked->insert(parked->end(), stages_.begin(), stages_.end());
+        }
+        while (!stages_.empty()) stages_.pop_back();
+    }
+
+    template <class T, class... Args>
+    T& make(Args&&... args) {
+        auto stage = std::make_shared<T>(std::forward<Args>(args)...);
+        stages_.push_back(stage);
+        return *stage;
+    }
+
+private:
+    Cleanup cleanup_;
+    std::vector<std::shared_ptr<void>> stages_;
+};
+
 // The steps after the command line; exceptions escaping them are the caller's.
-int convert(Options& options, std::ostream& diagnostics) {
+int convert(Options& options, std::ostream& diagnostics, Cleanup cleanup) {
     std::optional<std::string> source = read_file(options.input_file);
     if (!source) {
         print_failure(diagnostics, messages::failed_to_open_input, options.input_file);
@@ -72,13 +101,15 @@ int convert(Options& options, std::ostream& diagnostics) {
     }
     const Profile& profile = select_profile(options.profile);
 
-    Lexer lexer(Lexer::FromText{}, std::move(*source), options.input_file, diagnostics);
-    Preprocessor preprocessor(lexer, options.include_paths, diagnostics);
-    Parser parser(preprocessor, options.input_file, profile, options.include_paths, diagnostics);
+    Stages stages(cleanup);
+    Lexer& lexer = stages.make<Lexer>(Lexer::FromText{}, std::move(*source), options.input_file, diagnostics);
+    Preprocessor& preprocessor = stages.make<Preprocessor>(lexer, options.include_paths, diagnostics);
+    Parser& parser = stages.make<Parser>(preprocessor, options.input_file, profile, options.include_paths, diagnostics);
     if (!parser.parse() && !options.continue_on_error) return exit_status::parse_failed;
 
-    const Description description = resolve_like_items(parser.description(), diagnostics);
-    XML_Writer writer(description, diagnostics);
+    // The description moves on from stage to stage: a run holds one copy of it.
+    XML_Writer& writer =
+        stages.make<XML_Writer>(resolve_like_items(parser.take_description(), diagnostics), diagnostics);
 
     if (!options.dictionary_files.empty()) {
         Dictionary dictionary;
@@ -91,14 +122,14 @@ int convert(Options& options, std::ostream& diagnostics) {
 
     if (options.dump) {
         std::ofstream dump(options.dump_file);
-        dump_items(dump, description.items.items());
+        dump_items(dump, writer.description().items.items());
     }
     return exit_status::success;
 }
 
 }  // namespace
 
-int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, Cleanup cleanup) {
     std::ostream* diagnostics = &err;
     std::ofstream diagnostics_file;
     try {
@@ -131,7 +162,7 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         if (options.output_file.empty()) options.output_file = options.input_file + ".xml";
         options.include_paths.push_back(directory_part(options.input_file));
 
-        return convert(options, *diagnostics);
+        return convert(options, *diagnostics, cleanup);
     } catch (const std::exception& e) {
         report_fatal(*diagnostics, e.what(), readable_type_name(typeid(e)));
         return exit_status::fatal;

@@ -1,5 +1,8 @@
 #include "frontend/lexer.hpp"
 
+#include <algorithm>
+#include <cstring>
+
 #include "diagnostics/messages.hpp"
 #include "diagnostics/report.hpp"
 #include "frontend/char_class.hpp"
@@ -10,85 +13,71 @@
 namespace edd {
 
 Lexer::Lexer(const std::string& file_name, std::ostream& diagnostics)
-    : source_(read_file(file_name).value_or(std::string())),
-      file_(intern_file_name(file_name)),
-      diagnostics_(diagnostics) {
-    start();
+    : file_(intern_file_name(file_name)), diagnostics_(diagnostics) {
+    start(read_file(file_name).value_or(std::string()));
 }
 
 Lexer::Lexer(std::istream& input, std::string_view file_name, std::ostream& diagnostics)
-    : source_(read_stream(input)), file_(intern_file_name(file_name)), diagnostics_(diagnostics) {
-    start();
+    : file_(intern_file_name(file_name)), diagnostics_(diagnostics) {
+    start(read_stream(input));
 }
 
 Lexer::Lexer(std::istream& input, std::string_view file_name) : Lexer(input, file_name, std::cerr) {}
 
 Lexer::Lexer(FromText, std::string text, std::string_view file_name, std::ostream& diagnostics)
-    : source_(std::move(text)), file_(intern_file_name(file_name)), diagnostics_(diagnostics) {
-    start();
+    : file_(intern_file_name(file_name)), diagnostics_(diagnostics) {
+    start(std::move(text));
 }
 
 Lexer Lexer::from_text(std::string text, std::string_view file_name, std::ostream& diagnostics) {
     return Lexer(FromText{}, std::move(text), file_name, diagnostics);
 }
 
-int Lexer::read() {
-    return position_ < source_.size() ? static_cast<unsigned char>(source_[position_++]) : -1;
-}
-
-int Lexer::peek_after_next() const {
-    return position_ < source_.size() ? static_cast<unsigned char>(source_[position_]) : -1;
-}
-
 // The first read drops a leading byte-order mark; each of its three bytes is tested on its
 // own, so any of them, in order, is dropped at the start.
-void Lexer::start() {
+void Lexer::start(std::string text) {
     // A byte 0xFF reads as the end-of-input value, so the text ends before the first one.
-    if (auto end = source_.find('\xFF'); end != std::string::npos) source_.resize(end);
-    int c = read();
-    if (c == 0xEF) c = read();
-    if (c == 0xBB) c = read();
-    if (c == 0xBF) c = read();
-    next_ = c;
-}
-
-void Lexer::advance() {
-    if (current_ == -1) return;
-    current_ = next_;
-    next_ = read();
+    if (auto end = text.find('\xFF'); end != std::string::npos) text.resize(end);
+    source_ = SharedText(std::move(text));
+    cursor_ = source_.text().data();
+    end_ = cursor_ + source_.text().size();
+    for (const int mark_byte : {0xEF, 0xBB, 0xBF})
+        if (peek() == mark_byte) ++cursor_;
 }
 
 Token Lexer::next_token() {
     for (;;) {
-        advance();
-        switch (current_) {
-        case -1: return make(END_OF_FILE, std::string());
-        case '\t': case '\v': case '\r': case ' ': return make_char(WHITESPACE);
+        if (cursor_ == end_) return make(END_OF_FILE, cursor_);
+        const char* start = cursor_++;
+        switch (*start) {
+        case '\t': case '\v': case '\r': case ' ':
+            if (blank_runs_)
+                while (chars::is_byte(*cursor_, chars::BLANK)) ++cursor_;
+            return make(WHITESPACE, start);
         case '\n': {
-            Token token(NEWLINE, "\n", file_, line_);
+            Token token = make(NEWLINE, start);
             ++line_;
             return token;
         }
         case '(': case ')': case ',': case ':': case ';': case '?': case '[': case ']': case '{': case '}':
-            return make_char(static_cast<std::uint32_t>(current_));
+            return make(static_cast<unsigned char>(*start), start);
         case '!': case '#': case '%': case '&': case '*': case '+': case '-': case '.': case '/':
         case '<': case '=': case '>': case '^': case '|': case '~':
-            return lex_operator();
-        case '"': return lex_string();
+            return lex_operator(start);
+        case '"': return lex_string(start);
         case '\\':
-            if (next_ == '\r' || next_ == '\n') {
-                advance();
+            if (*cursor_ == '\r' || *cursor_ == '\n') {
                 ++line_;
-                if (current_ == '\r' && next_ == '\n') advance();
+                if (*cursor_++ == '\r' && *cursor_ == '\n') ++cursor_;
             } else {
                 report_lexer_error(diagnostics_, file_name(), line_, messages::trailing_backslash);
                 skip_after_backslash();
             }
             continue;
         default:
-            if (chars::is(current_, chars::DIGIT)) return lex_number();
-            if (chars::is(current_, chars::IDENT_START)) return lex_word();
-            return make_char(UNDEFINED);
+            if (chars::is_byte(*start, chars::DIGIT)) return lex_number(start);
+            if (chars::is_byte(*start, chars::IDENT_START)) return lex_word(start);
+            return make(UNDEFINED, start);
         }
     }
 }
@@ -96,155 +85,120 @@ Token Lexer::next_token() {
 // Everything up to and including the next line feed is dropped, and every dropped character
 // counts as a line: later positions in the file shift by the length of the dropped text.
 void Lexer::skip_after_backslash() {
-    for (;;) {
-        advance();
-        if (current_ == -1) return;
-        ++line_;
-        if (current_ == '\n') return;
-    }
+    const void* line_feed = std::memchr(cursor_, '\n', static_cast<std::size_t>(end_ - cursor_));
+    const char* stop = line_feed == nullptr ? end_ : static_cast<const char*>(line_feed) + 1;
+    line_ += static_cast<int>(stop - cursor_);
+    cursor_ = stop;
 }
 
-Token Lexer::lex_operator() {
-    if (current_ == '.' && chars::is(next_, chars::DIGIT)) return lex_float(std::string());
-    if (current_ == '/' && next_ == '*') return lex_block_comment();
-    if (current_ == '/' && next_ == '/') return lex_line_comment();
-    if (current_ == '#' && next_ == '#') {
-        advance();
-        return make(PREPROCESSOR_PASTE, "##");
+Token Lexer::lex_operator(const char* start) {
+    if (*start == '.' && chars::is_byte(*cursor_, chars::DIGIT)) return lex_float(start, false);
+    if (*start == '/' && *cursor_ == '*') return lex_block_comment(start);
+    if (*start == '/' && *cursor_ == '/') return lex_line_comment(start);
+    if (*start == '#' && *cursor_ == '#') {
+        ++cursor_;
+        return make(PREPROCESSOR_PASTE, start);
     }
-    // Longest match, at most three characters.
-    const char spelled[3] = {static_cast<char>(current_), static_cast<char>(next_),
-                             static_cast<char>(peek_after_next())};
-    std::size_t length = 1;
-    if (next_ >= 0 && peek_after_next() >= 0 && find_punctuator(std::string_view(spelled, 3))) length = 3;
-    else if (next_ >= 0 && find_punctuator(std::string_view(spelled, 2))) length = 2;
-    const auto kind = *find_punctuator(std::string_view(spelled, length));
-    for (std::size_t i = 1; i < length; ++i) advance();
-    return make(kind, std::string(spelled, length));
+    // Longest match; every operator character is a punctuator on its own.
+    const std::size_t available = static_cast<std::size_t>(end_ - start);
+    const auto punctuator = *match_punctuator(std::string_view(start, std::min<std::size_t>(available, 3)));
+    cursor_ = start + punctuator.spelling.size();
+    return make(punctuator.kind, start);
 }
 
-Token Lexer::lex_block_comment() {
+Token Lexer::lex_block_comment(const char* start) {
     const int start_line = line_;
-    std::string text = "/*";
-    advance();  // the '*' of the opener cannot also close the comment
-    for (;;) {
-        advance();
-        if (current_ == -1) break;
-        text += static_cast<char>(current_);
-        if (current_ == '\n') ++line_;
-        if (current_ == '*' && next_ == '/') {
-            advance();
-            text += '/';
+    ++cursor_;  // the '*' of the opener cannot also close the comment
+    while (cursor_ != end_) {
+        const char c = *cursor_++;
+        if (c == '\n') {
+            ++line_;
+        } else if (c == '*' && *cursor_ == '/') {
+            ++cursor_;
             break;
         }
     }
-    return Token(COMMENT, std::move(text), file_, start_line);
+    return Token(COMMENT, source_, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_,
+                 start_line);
 }
 
-Token Lexer::lex_line_comment() {
-    std::string text = "/";
-    while (next_ != '\n' && next_ != -1) {
-        advance();
-        text += static_cast<char>(current_);
-    }
-    return make(COMMENT, std::move(text));
+Token Lexer::lex_line_comment(const char* start) {
+    const void* line_feed = std::memchr(cursor_, '\n', static_cast<std::size_t>(end_ - cursor_));
+    cursor_ = line_feed == nullptr ? end_ : static_cast<const char*>(line_feed);
+    return make(COMMENT, start);
 }
 
-// No escape is decoded: a backslash and the character after it are copied as they stand.
-Token Lexer::lex_string() {
-    std::string text;
+// No escape is decoded: a backslash and the character after it are kept as they stand.
+// Line feeds inside the string are not counted.
+Token Lexer::lex_string(const char* start) {
+    const char* text = start + 1;
     for (;;) {
-        advance();
-        if (current_ == -1 || current_ == '"') break;
-        text += static_cast<char>(current_);
-        if (current_ == '\\') {
-            advance();
-            if (current_ == -1) break;
-            text += static_cast<char>(current_);
+        if (cursor_ == end_) break;
+        const char c = *cursor_++;
+        if (c == '"') {
+            const auto length = static_cast<std::size_t>(cursor_ - 1 - text);
+            return Token(STRING, source_, std::string_view(text, length), file_, line_);
         }
+        if (c == '\\' && cursor_ != end_) ++cursor_;
     }
-    return make(STRING, std::move(text));
+    return Token(STRING, source_, std::string_view(text, static_cast<std::size_t>(cursor_ - text)), file_, line_);
 }
 
-void Lexer::take_integer_suffix(std::string& text) {
-    for (int i = 0; i < 2 && chars::is(next_, chars::INT_SUFFIX); ++i) {
-        advance();
-        text += static_cast<char>(current_);
-    }
+void Lexer::take_integer_suffix() {
+    for (int i = 0; i < 2 && chars::is_byte(*cursor_, chars::INT_SUFFIX); ++i) ++cursor_;
 }
 
-Token Lexer::lex_number() {
-    std::string text(1, static_cast<char>(current_));
-    if (current_ == '0') {
+Token Lexer::lex_number(const char* start) {
+    if (*start == '0') {
+        const char next = *cursor_;
         std::uint8_t digits = 0;
-        if (next_ == '.') return lex_float(std::move(text));
-        if (chars::is(next_, chars::OCTAL) && next_ != '0') digits = chars::OCTAL;
-        if (next_ == 'x' || next_ == 'X') digits = chars::HEX;
-        if (next_ == 'b' || next_ == 'B') digits = chars::DIGIT;  // narrowed to 0 and 1 below
-        if (digits == 0) return make(INTEGER, std::move(text));
-        if (digits != chars::OCTAL) {
-            advance();
-            text += static_cast<char>(current_);
-        }
+        if (next == '.') return lex_float(start, true);
+        if (chars::is_byte(next, chars::OCTAL) && next != '0') digits = chars::OCTAL;
+        if (next == 'x' || next == 'X') digits = chars::HEX;
+        if (next == 'b' || next == 'B') digits = chars::DIGIT;  // narrowed to 0 and 1 below
+        if (digits == 0) return make(INTEGER, start);
+        if (digits != chars::OCTAL) ++cursor_;
         const bool binary = digits == chars::DIGIT;
-        while (binary ? (next_ == '0' || next_ == '1') : chars::is(next_, digits)) {
-            advance();
-            text += static_cast<char>(current_);
-        }
-        take_integer_suffix(text);
-        return make(INTEGER, std::move(text));
+        while (binary ? (*cursor_ == '0' || *cursor_ == '1') : chars::is_byte(*cursor_, digits)) ++cursor_;
+        take_integer_suffix();
+        return make(INTEGER, start);
     }
-    while (chars::is(next_, chars::DIGIT)) {
-        advance();
-        text += static_cast<char>(current_);
-    }
-    if (next_ == '.' || next_ == 'e' || next_ == 'E') return lex_float(std::move(text));
-    take_integer_suffix(text);
-    return make(INTEGER, std::move(text));
+    while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
+    if (*cursor_ == '.' || *cursor_ == 'e' || *cursor_ == 'E') return lex_float(start, true);
+    take_integer_suffix();
+    return make(INTEGER, start);
 }
 
-// Entered on the last digit of the integer part, or on a '.' that starts the literal. The
-// text always gets its '.', so 2e3 reads as "2.e3".
-Token Lexer::lex_float(std::string integer_part) {
-    std::string fraction;
-    if (current_ != '.' && next_ == '.') advance();
-    if (current_ == '.') {
-        while (chars::is(next_, chars::DIGIT)) {
-            advance();
-            fraction += static_cast<char>(current_);
-        }
+// Entered after the integer part, or after a '.' that starts the literal. The text always
+// gets its '.', so 2e3 reads as "2.e3".
+Token Lexer::lex_float(const char* start, bool has_integer_part) {
+    bool dot = !has_integer_part;
+    if (has_integer_part && *cursor_ == '.') {
+        ++cursor_;
+        dot = true;
     }
-    if (integer_part.empty() && fraction.empty()) return make(ERROR, std::string(messages::malformed_float));
-    std::string text = std::move(integer_part);
+    const char* fraction = cursor_;
+    if (dot)
+        while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
+    if (!has_integer_part && cursor_ == fraction) return Token(ERROR, std::string(messages::malformed_float), file_, line_);
+    const char* rest = cursor_;
+    if (*cursor_ == 'e' || *cursor_ == 'E') {
+        ++cursor_;
+        if (*cursor_ == '+' || *cursor_ == '-') ++cursor_;
+        while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
+    }
+    if (chars::is_byte(*cursor_, chars::FLOAT_SUFFIX)) ++cursor_;
+    if (dot) return make(FLOAT, start);
+    // No '.' in the source: the text gets one, so it is made for the token.
+    std::string text(start, rest);
     text += '.';
-    text += fraction;
-    if (next_ == 'e' || next_ == 'E') {
-        advance();
-        text += static_cast<char>(current_);
-        if (next_ == '+' || next_ == '-') {
-            advance();
-            text += static_cast<char>(current_);
-        }
-        while (chars::is(next_, chars::DIGIT)) {
-            advance();
-            text += static_cast<char>(current_);
-        }
-    }
-    if (chars::is(next_, chars::FLOAT_SUFFIX)) {
-        advance();
-        text += static_cast<char>(current_);
-    }
-    return make(FLOAT, std::move(text));
+    text.append(rest, cursor_);
+    return Token(FLOAT, std::move(text), file_, line_);
 }
 
-Token Lexer::lex_word() {
-    std::string text(1, static_cast<char>(current_));
-    while (chars::is(next_, chars::IDENT_PART)) {
-        advance();
-        text += static_cast<char>(current_);
-    }
-    const auto kind = classify_word(text);
-    return make(kind, std::move(text));
+Token Lexer::lex_word(const char* start) {
+    while (chars::is_byte(*cursor_, chars::IDENT_PART)) ++cursor_;
+    return make(classify_word(std::string_view(start, cursor_)), start);
 }
 
 }  // namespace edd

@@ -25,36 +25,43 @@ public:
     static Lexer from_text(std::string text, std::string_view file_name, std::ostream& diagnostics);
 
     Token next_token() override;
+    // Off: every blank character is a WHITESPACE token of its own. On: a run of blanks is
+    // one token (the preprocessor reads its lexers so).
+    void set_blank_runs(bool on) { blank_runs_ = on; }
     int current_line() const override { return line_; }
     const std::string& file_name() const { return file_name_of(file_); }
 
 private:
-    void start();
-    int read();
-    void advance();
-    // The character after the look-ahead one.
-    int peek_after_next() const;
+    void start(std::string text);
+    // The byte `ahead` places after the cursor, or -1 past the end.
+    int peek(std::size_t ahead = 0) const {
+        return static_cast<std::size_t>(end_ - cursor_) > ahead ? static_cast<unsigned char>(cursor_[ahead]) : -1;
+    }
+    // The token whose text runs from `start` to the cursor: a view into the source.
+    Token make(std::uint32_t kind, const char* start) const {
+        return Token(kind, source_, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, line_);
+    }
 
-    Token make(std::uint32_t kind, std::string text) const { return Token(kind, std::move(text), file_, line_); }
-    Token make_char(std::uint32_t kind) const { return make(kind, std::string(1, static_cast<char>(current_))); }
-
-    Token lex_operator();
-    Token lex_block_comment();
-    Token lex_line_comment();
-    Token lex_string();
-    Token lex_number();
-    Token lex_float(std::string integer_part);
-    Token lex_word();
-    void take_integer_suffix(std::string& text);
+    Token lex_operator(const char* start);
+    Token lex_block_comment(const char* start);
+    Token lex_line_comment(const char* start);
+    Token lex_string(const char* start);
+    Token lex_number(const char* start);
+    Token lex_float(const char* start, bool has_integer_part);
+    Token lex_word(const char* start);
+    void take_integer_suffix();
     void skip_after_backslash();
 
-    std::string source_;
-    std::size_t position_ = 0;
+    // The text ends in the string's own terminating NUL, so scanning loops that stop at a
+    // byte outside their class need no bounds test; a NUL inside the text is told apart
+    // from the end by its position. Tokens share it, and keep it alive after the lexer.
+    SharedText source_;
+    const char* cursor_ = nullptr;  // the next byte to read
+    const char* end_ = nullptr;
     FileIndex file_ = 0;
     int line_ = 1;
+    bool blank_runs_ = false;
     std::ostream& diagnostics_;
-    int current_ = 0;  // 0 before the first character, -1 at the end
-    int next_ = 0;
 };
 
 }  // namespace edd

@@ -1,5 +1,6 @@
 #include "frontend/preprocessor.hpp"
 
+#include <algorithm>
 #include <exception>
 #include <typeinfo>
 
@@ -20,6 +21,17 @@ constexpr std::uint32_t EXPANSION_END = 0xFFFFFFFFu;
 bool is_blank(const Token& t) { return t.is(WHITESPACE) || t.is(NEWLINE) || t.is(COMMENT); }
 
 bool ends_line(const Token& t) { return t.is(NEWLINE) || t.is(END_OF_FILE); }
+
+// The lexers read here give a run of blanks as one WHITESPACE token, which saves a token
+// per blank. Wherever a number of tokens shows (the expansion budget, "#" of an argument),
+// a run counts one per character, as if each blank were a token of its own.
+std::size_t token_count(const Token& t) { return t.is(WHITESPACE) ? std::max<std::size_t>(t.text().size(), 1) : 1; }
+
+std::size_t token_count(const std::vector<Token>& tokens) {
+    std::size_t count = 0;
+    for (const Token& t : tokens) count += token_count(t);
+    return count;
+}
 
 void trim_blanks(std::vector<Token>& tokens) {
     std::size_t end = tokens.size();
@@ -62,7 +74,9 @@ private:
 };
 
 Preprocessor::Preprocessor(Lexer& main, std::vector<std::string> include_paths, std::ostream& diagnostics)
-    : main_(main), diagnostics_(diagnostics), include_paths_(std::move(include_paths)) {}
+    : main_(main), diagnostics_(diagnostics), include_paths_(std::move(include_paths)) {
+    main_.set_blank_runs(true);
+}
 
 Token Preprocessor::next_token() {
     try {
@@ -76,7 +90,7 @@ Token Preprocessor::next_token() {
     } catch (...) {
         error(messages::preprocessor_failure);
     }
-    return Token(ERROR, std::string(messages::preprocessor_error_token), current_.file(), current_.line());
+    return Token(ERROR, std::string(messages::preprocessor_error_token), current_file_, current_line_);
 }
 
 Token Preprocessor::deliver() {
@@ -94,28 +108,29 @@ Token Preprocessor::deliver() {
 // ---- Raw reading -------------------------------------------------------------------------
 
 Token Preprocessor::fetch() {
-    while (!includes_.empty()) {
-        Token token = includes_.back()->next_token();
-        if (!token.is(END_OF_FILE)) return token;
+    Token token = (includes_.empty() ? main_ : *includes_.back()).next_token();
+    while (token.is(END_OF_FILE) && !includes_.empty()) {
         includes_.pop_back();  // reading goes on in the file that included it
+        token = (includes_.empty() ? main_ : *includes_.back()).next_token();
     }
-    return main_.next_token();
+    expansion_budget_ += expansion_tokens_per_source_token * token_count(token);
+    return token;
 }
 
 Token Preprocessor::take_raw() {
     for (;;) {
         if (pending_.empty()) {
-            expanded_since_source_ = 0;
-            current_ = fetch();
-            return current_;
+            Token token = fetch();
+            take_position(token);
+            return token;
         }
         Token token = std::move(pending_.front());
         pending_.pop_front();
         if (token.is(EXPANSION_END)) {
-            active_.erase(token.text());
+            if (auto active = active_.find(token.text()); active != active_.end()) active_.erase(active);
             continue;
         }
-        current_ = token;
+        take_position(token);
         return token;
     }
 }
@@ -144,11 +159,11 @@ void Preprocessor::skip_rest_of_line(const Token& last) {
 // ---- Messages -----------------------------------------------------------------------------
 
 void Preprocessor::warning(std::string_view message) {
-    report_line(diagnostics_, current_.file_name(), current_.line(), Severity::warning, message, false);
+    report_line(diagnostics_, file_name_of(current_file_), current_line_, Severity::warning, message, false);
 }
 
 void Preprocessor::error(std::string_view message) {
-    report_line(diagnostics_, current_.file_name(), current_.line(), Severity::error, message, false);
+    report_line(diagnostics_, file_name_of(current_file_), current_line_, Severity::error, message, false);
 }
 
 void Preprocessor::fail(std::string_view message) {
@@ -163,7 +178,7 @@ std::optional<Token> Preprocessor::handle_directive() {
     Token name = take_raw_word();
     if (name.is(NEWLINE)) return name;
     if (!name.is(IDENTIFIER) && !name.is(METHOD_KEYWORD)) fail(format_message(messages::unknown_directive, {name.text()}));
-    const std::string& word = name.text();
+    const std::string_view word = name.text();
     if (word == "define") {
         define_macro();
     } else if (word == "undef") {
@@ -171,7 +186,8 @@ std::optional<Token> Preprocessor::handle_directive() {
     } else if (word == "if" || word == "ifdef" || word == "ifndef") {
         conditional(word);
     } else if (word == "else" || word == "endif") {
-        return Token(PREPROCESSOR_SWITCH, word, name.file(), name.line());
+        name.set_kind(PREPROCESSOR_SWITCH);  // the directive's word stands for it
+        return name;
     } else if (word == "include") {
         include_file();
     } else if (word == "line") {
@@ -191,7 +207,7 @@ void Preprocessor::define_macro() {
         skip_rest_of_line(name);
         return;
     }
-    Macro macro{name.text(), {}, {}};
+    Macro macro{std::string(name.text()), {}, {}};
     if (peek_raw(false).is(LEFT_BRACKET)) {
         take_raw();
         macro.parameters = read_parameters();
@@ -220,14 +236,14 @@ std::vector<std::string> Preprocessor::read_parameters() {
         warning(messages::empty_macro_arguments);
         return {};
     }
-    std::vector<std::string> parameters{token.text()};
+    std::vector<std::string> parameters{std::string(token.text())};
     for (;;) {
         token = take_raw_word();
         if (token.is(RIGHT_BRACKET)) return parameters;
         if (!token.is(COMMA)) fail(messages::error_in_argument_list);
         token = take_raw_word();
         if (!is_name(token)) fail(messages::error_in_argument_list);
-        parameters.push_back(token.text());
+        parameters.emplace_back(token.text());
     }
 }
 
@@ -243,7 +259,7 @@ void Preprocessor::undefine_macro() {
 //               { token } [ '#' 'else' NEWLINE { token } ] '#' 'endif'
 // Both branches are read eagerly; the kept one is delivered afterwards, from the pending
 // tokens. No expression is evaluated: only a literal 0 is false.
-void Preprocessor::conditional(const std::string& directive) {
+void Preprocessor::conditional(std::string_view directive) {
     NestingGuard guard(*this);
     Token operand = take_raw_word();
     bool condition = true;
@@ -282,11 +298,18 @@ void Preprocessor::include_file() {
     if (name.is(LESS_THEN)) fail(messages::include_angle_brackets);
     if (!name.is(STRING)) fail(messages::include_no_file);
     if (skipping_) return;
-    if (includes_.size() >= max_include_depth) fail(messages::include_too_deep);
+    if (includes_.size() >= max_include_depth) {
+        // Reading goes on in the main file: a file that includes itself twice would
+        // otherwise be read again below every level, exponentially often.
+        includes_.clear();
+        fail(messages::include_too_deep);
+    }
     for (const std::string& path : include_paths_) {
-        std::string candidate = path + "/" + name.text();
+        std::string candidate = path + "/";
+        candidate += name.text();
         if (auto text = read_file(candidate)) {
             includes_.push_back(std::make_unique<Lexer>(Lexer::FromText{}, std::move(*text), candidate, diagnostics_));
+            includes_.back()->set_blank_runs(true);
             return;
         }
     }
@@ -318,10 +341,13 @@ bool Preprocessor::expand(const Token& name, bool apply_operators) {
         if (arguments.size() != macro->parameters.size()) fail(messages::parameter_count_mismatch);
     }
     std::vector<Token> expansion = substitute(*macro, arguments, apply_operators);
-    expanded_since_source_ += expansion.size();
-    if (expanded_since_source_ > max_expansion_tokens) fail(messages::macro_expansion_too_large);
+    const std::size_t produced = token_count(expansion);
+    if (produced > expansion_budget_) fail(messages::macro_expansion_too_large);
+    expansion_budget_ -= produced;
     active_.insert(macro->name);
-    pending_.push_front(Token(EXPANSION_END, macro->name));
+    Token end = name;  // the marker's text names the macro
+    end.set_kind(EXPANSION_END);
+    pending_.push_front(std::move(end));
     pending_.insert(pending_.begin(), std::make_move_iterator(expansion.begin()),
                     std::make_move_iterator(expansion.end()));
     return true;
@@ -367,24 +393,38 @@ std::vector<Token> Preprocessor::substitute(const Macro& macro, const Arguments&
     const auto& body = macro.body;
     std::vector<Token> out;
     out.reserve(body.size());
+    std::size_t produced = 0;  // token_count(out)
+    auto append = [&](std::vector<Token>::const_iterator first, std::vector<Token>::const_iterator last) {
+        for (auto it = first; it != last; ++it) produced += token_count(*it);
+        out.insert(out.end(), first, last);
+    };
     for (std::size_t i = 0; i < body.size(); ++i) {
+        // Checked as the copy grows, so that a runaway expansion is never built whole.
+        if (produced > expansion_budget_) fail(messages::macro_expansion_too_large);
         const Token& token = body[i];
         if (apply_operators && token.is(PREPROCESSOR_SWITCH)) {
             const std::size_t j = next_word(i + 1);
             if (j == body.size()) fail(messages::stringify_without_content);
             std::string text = "\"";
             if (const auto* argument = parameter_of(body[j])) {
-                for (const Token& part : *argument) text += is_blank(part) ? std::string(" ") : part.text();
+                for (const Token& part : *argument) {
+                    if (is_blank(part)) text.append(token_count(part), ' ');
+                    else text += part.text();
+                }
             } else {
                 text += body[j].text();
             }
             text += '"';
             out.emplace_back(STRING, std::move(text), token.file(), token.line());
+            ++produced;
             i = j;
             continue;
         }
         if (apply_operators && token.is(PREPROCESSOR_PASTE)) {
-            while (!out.empty() && out.back().is(WHITESPACE)) out.pop_back();
+            while (!out.empty() && out.back().is(WHITESPACE)) {
+                produced -= token_count(out.back());
+                out.pop_back();
+            }
             const std::size_t j = next_word(i + 1);
             const std::vector<Token>* argument = j < body.size() ? parameter_of(body[j]) : nullptr;
             const Token* right = j == body.size() ? nullptr
@@ -392,15 +432,18 @@ std::vector<Token> Preprocessor::substitute(const Macro& macro, const Arguments&
                                  : argument->empty()   ? nullptr
                                                        : &argument->front();
             if (out.empty() || right == nullptr) fail(messages::paste_without_content);
-            out.back().text() += right->text();
-            if (argument != nullptr) out.insert(out.end(), argument->begin() + 1, argument->end());
+            std::string pasted(out.back().text());
+            pasted += right->text();
+            out.back().set_text(std::move(pasted));
+            if (argument != nullptr) append(argument->begin() + 1, argument->end());
             i = j;
             continue;
         }
         if (const auto* argument = parameter_of(token)) {
-            out.insert(out.end(), argument->begin(), argument->end());
+            append(argument->begin(), argument->end());
         } else {
             out.push_back(token);
+            produced += token_count(token);
         }
     }
     return out;

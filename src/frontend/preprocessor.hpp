@@ -5,10 +5,12 @@
 
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -26,11 +28,15 @@ public:
     Preprocessor(Lexer& main, std::vector<std::string> include_paths, std::ostream& diagnostics);
 
     Token next_token() override;
-    int current_line() const override { return current_.line(); }
+    int current_line() const override { return current_line_; }
 
     // Guards against input that would otherwise exhaust memory or time.
     static constexpr std::size_t max_include_depth = 200;
-    static constexpr std::size_t max_expansion_tokens = std::size_t{1} << 22;
+    // Macro expansion produces at most max_expansion_tokens in all, plus the allowance for
+    // every token read from a file: time and memory stay linear in the input, whatever the
+    // macros do, and real descriptions stay far below either figure.
+    static constexpr std::size_t max_expansion_tokens = std::size_t{1} << 18;
+    static constexpr std::size_t expansion_tokens_per_source_token = 64;
     // Conditionals and macro calls inside arguments are read recursively.
     static constexpr std::size_t max_nesting = 256;
 
@@ -42,7 +48,7 @@ private:
     void define_macro();
     std::vector<std::string> read_parameters();
     void undefine_macro();
-    void conditional(const std::string& directive);
+    void conditional(std::string_view directive);
     Token collect_branch(bool drop, std::vector<Token>* kept);
     void include_file();
 
@@ -57,6 +63,11 @@ private:
     Token take_raw_word();
     const Token& peek_raw(bool skip_blanks);
     void skip_rest_of_line(const Token& last);
+    // Messages name the position of the token read last.
+    void take_position(const Token& token) {
+        current_file_ = token.file();
+        current_line_ = token.line();
+    }
 
     void warning(std::string_view message);
     void error(std::string_view message);
@@ -64,7 +75,8 @@ private:
 
     Lexer& main_;
     std::ostream& diagnostics_;
-    Token current_;
+    FileIndex current_file_ = 0;
+    int current_line_ = 0;
     MacroTable macros_;
     std::deque<Token> pending_;
     std::vector<std::string> include_paths_;
@@ -72,9 +84,13 @@ private:
     bool skipping_ = false;
     std::size_t nesting_ = 0;
     // Macros whose expansion is still being read; they do not expand again meanwhile.
-    std::unordered_set<std::string> active_;
-    // Tokens produced by expansions since the last token read from a file.
-    std::size_t expanded_since_source_ = 0;
+    struct NameHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
+    };
+    std::unordered_set<std::string, NameHash, std::equal_to<>> active_;
+    // Tokens macro expansion may still produce.
+    std::size_t expansion_budget_ = max_expansion_tokens;
 };
 
 }  // namespace edd

@@ -23,6 +23,9 @@ constexpr Punctuator punctuators[] = {
     {"|", HORIZONTAL_LINE}, {"=", EQUALS}, {"#", PREPROCESSOR_SWITCH}, {"\\", PREPROCESSOR_ESCAPE},
 };
 static_assert(std::size(punctuators) == 47);
+// Longest first, so that the first entry a text starts with is its longest match.
+static_assert(std::ranges::is_sorted(punctuators, std::ranges::greater{},
+                                     [](const Punctuator& p) { return p.spelling.size(); }));
 
 }  // namespace
 
@@ -30,6 +33,15 @@ std::optional<TokenKind> find_punctuator(std::string_view spelling) {
     auto it = std::ranges::find(punctuators, spelling, &Punctuator::spelling);
     if (it == std::end(punctuators)) return std::nullopt;
     return it->kind;
+}
+
+std::optional<Punctuator> match_punctuator(std::string_view text) {
+    if (text.empty()) return std::nullopt;
+    // The first character rules out most entries before a comparison of the whole spelling.
+    auto it = std::ranges::find_if(
+        punctuators, [text](const Punctuator& p) { return p.spelling[0] == text[0] && text.starts_with(p.spelling); });
+    if (it == std::end(punctuators)) return std::nullopt;
+    return *it;
 }
 
 }  // namespace edd

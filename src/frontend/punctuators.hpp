@@ -17,4 +17,7 @@ struct Punctuator {
 // The kind of a punctuator spelling, if the table knows it.
 std::optional<TokenKind> find_punctuator(std::string_view spelling);
 
+// The longest punctuator that `text` starts with, if any.
+std::optional<Punctuator> match_punctuator(std::string_view text);
+
 }  // namespace edd

@@ -7,7 +7,13 @@
 
 namespace edd {
 
-Token::Token(std::string_view punctuator) : text_(punctuator) {
+const std::string& SharedText::text() const {
+    static const std::string empty;
+    return block_ != nullptr ? block_->text : empty;
+}
+
+Token::Token(std::string_view punctuator) : owner_(std::string(punctuator)) {
+    text_ = owner_.text();
     auto kind = find_punctuator(punctuator);
     if (!kind) {
         std::string message(messages::token_not_unique_prefix);

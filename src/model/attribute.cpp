@@ -13,27 +13,33 @@ constexpr const char* not_in_list = "AttributeList: Type not in list.";
 
 Attribute::Attribute() : value_(make_value<NullValue>()) {}
 
-Attribute::Attribute(std::string name, const ValuePtr& value) : name_(std::move(name)), value_(clone_of(value)) {}
+Attribute::Attribute(std::string name, ValuePtr value)
+    : name_(std::move(name)), value_(take_or_clone(std::move(value))) {}
 
-Attribute::Attribute(const Attribute& other)
-    : name_(other.name_),
-      value_(clone_of(other.value_)),
-      extra_text_(other.extra_text_),
-      extra_number_(other.extra_number_) {}
+Attribute::Attribute(const Attribute& other) : name_(other.name_), value_(clone_of(other.value_)) {}
 
 Attribute& Attribute::operator=(const Attribute& other) {
     if (this == &other) return *this;
     name_ = other.name_;
     value_ = clone_of(other.value_);
-    extra_text_ = other.extra_text_;
-    extra_number_ = other.extra_number_;
     return *this;
+}
+
+const std::string& Attribute::extra_text() const {
+    static const std::string none;
+    return none;
 }
 
 void AttributeList::set(const Attribute& attribute) {
     auto it = std::ranges::find(entries_, attribute.name(), &Attribute::name);
     if (it != entries_.end()) *it = attribute;
     else entries_.push_back(attribute);
+}
+
+void AttributeList::set(Attribute&& attribute) {
+    auto it = std::ranges::find(entries_, attribute.name(), &Attribute::name);
+    if (it != entries_.end()) *it = std::move(attribute);
+    else entries_.push_back(std::move(attribute));
 }
 
 const Attribute& AttributeList::get(std::string_view name) const {

@@ -14,7 +14,7 @@ namespace edd {
 class Attribute {
 public:
     Attribute();
-    Attribute(std::string name, const ValuePtr& value);
+    Attribute(std::string name, ValuePtr value);
     Attribute(std::string name, const Value& value) : name_(std::move(name)), value_(value.clone()) {}
     Attribute(const Attribute& other);
     Attribute& operator=(const Attribute& other);
@@ -24,8 +24,9 @@ public:
 
     const std::string& name() const { return name_; }
     const ValuePtr& value() const { return value_; }
-    const std::string& extra_text() const { return extra_text_; }
-    std::uint32_t extra_number() const { return extra_number_; }
+    // Nothing sets these: they read as empty and 0, and take no room in the many attributes.
+    const std::string& extra_text() const;
+    std::uint32_t extra_number() const { return 0; }
 
     friend bool operator==(const Attribute& a, const Attribute& b) {
         return a.name_ == b.name_ && *a.value_ == *b.value_;
@@ -34,16 +35,15 @@ public:
 private:
     std::string name_ = "NULL";
     ValuePtr value_;
-    std::string extra_text_;
-    std::uint32_t extra_number_ = 0;
 };
 
 // Attributes in insertion order, at most one per name when filled through set().
 class AttributeList {
 public:
-    void set(std::string name, const ValuePtr& value) { set(Attribute(std::move(name), value)); }
+    void set(std::string name, ValuePtr value) { set(Attribute(std::move(name), std::move(value))); }
     // Replaces the first entry of the same name in place, else appends.
     void set(const Attribute& attribute);
+    void set(Attribute&& attribute);
     // Absent names throw std::invalid_argument.
     const Attribute& get(std::string_view name) const;
     const ValuePtr& value(std::string_view name) const { return get(name).value(); }

@@ -39,9 +39,9 @@ void CodeValue::collect_dictionary_keys(KeySet& keys) const {
     for (const Token& token : tokens_) {
         if (token.is(IDENTIFIER)) {
             if (previous == LEFT_SQUARE_BRACKET && before_previous != IDENTIFIER)
-                keys.insert(token.text());
+                keys.emplace(token.text());
             else if (previous == LEFT_BRACKET && before_previous_is_lookup)
-                keys.insert(token.text());
+                keys.emplace(token.text());
         }
         before_previous = previous;
         before_previous_is_lookup = previous_is_lookup;

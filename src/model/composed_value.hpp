@@ -21,8 +21,9 @@ public:
 
     const std::string& name() const { return name_; }
     bool has_attributes() const { return !attributes_.empty(); }
-    void set(std::string name, const ValuePtr& value) { attributes_.set(std::move(name), value); }
+    void set(std::string name, ValuePtr value) { attributes_.set(std::move(name), std::move(value)); }
     void set(const Attribute& attribute) { attributes_.set(attribute); }
+    void set(Attribute&& attribute) { attributes_.set(std::move(attribute)); }
     const Attribute& get(std::string_view name) const { return attributes_.get(name); }
     const ValuePtr& value(std::string_view name) const { return attributes_.value(name); }
     void remove(std::string_view name) { attributes_.remove(name); }

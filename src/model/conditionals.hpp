@@ -22,9 +22,9 @@ public:
     // The branches only; keys used in the condition alone are not collected.
     void collect_dictionary_keys(KeySet& keys) const override;
 
-    void set_condition(const ValuePtr& value) { condition_ = clone_of(value); }
-    void set_then(const ValuePtr& value) { then_ = clone_of(value); }
-    void set_else(const ValuePtr& value) { else_ = clone_of(value); }
+    void set_condition(ValuePtr value) { condition_ = take_or_clone(std::move(value)); }
+    void set_then(ValuePtr value) { then_ = take_or_clone(std::move(value)); }
+    void set_else(ValuePtr value) { else_ = take_or_clone(std::move(value)); }
     const Value& condition() const { return *condition_; }
     const Value& then_value() const { return *then_; }
     const Value& else_value() const { return *else_; }
@@ -41,7 +41,8 @@ public:
     class Case final : public ValueOf<Case, ValueKind::CASE> {
     public:
         Case() = default;
-        Case(const ValuePtr& label, const ValuePtr& value) : label_(clone_of(label)), value_(clone_of(value)) {}
+        Case(ValuePtr label, ValuePtr value)
+            : label_(take_or_clone(std::move(label))), value_(take_or_clone(std::move(value))) {}
 
         bool equals(const Value&) const override { return false; }
         std::string to_string() const override { return std::string(); }
@@ -67,9 +68,9 @@ public:
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
-    void set_selector(const ValuePtr& value) { selector_ = clone_of(value); }
-    void add_case(const ValuePtr& label, const ValuePtr& value) { cases_.emplace_back(label, value); }
-    void set_default(const ValuePtr& value) { default_ = clone_of(value); }
+    void set_selector(ValuePtr value) { selector_ = take_or_clone(std::move(value)); }
+    void add_case(ValuePtr label, ValuePtr value) { cases_.emplace_back(std::move(label), std::move(value)); }
+    void set_default(ValuePtr value) { default_ = take_or_clone(std::move(value)); }
     const Value& selector() const { return *selector_; }
     std::size_t case_count() const { return cases_.size(); }
     const Case& case_at(std::size_t index) const { return cases_.at(index); }

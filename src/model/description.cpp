@@ -1,6 +1,7 @@
 #include "model/description.hpp"
 
 #include <stdexcept>
+#include <utility>
 
 namespace edd {
 
@@ -9,7 +10,7 @@ constexpr const char* not_in_table = "Object not in dd.";
 }
 
 const Item& ItemTable::get(std::string_view name) const {
-    auto it = index_.find(std::string(name));
+    auto it = index_.find(name);
     if (it == index_.end()) throw std::invalid_argument(not_in_table);
     return items_[it->second];
 }
@@ -24,11 +25,16 @@ void ItemTable::insert(Item item) {
 }
 
 void ItemTable::remove(std::string_view name) {
-    auto it = index_.find(std::string(name));
+    auto it = index_.find(name);
     if (it == index_.end()) throw std::invalid_argument(not_in_table);
     items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(it->second));
     index_.clear();
     for (std::size_t i = 0; i < items_.size(); ++i) index_.emplace(items_[i].name(), i);
+}
+
+std::vector<Item> ItemTable::release() {
+    index_.clear();
+    return std::exchange(items_, {});
 }
 
 std::vector<const Item*> ItemTable::of_type(ItemType type) const {

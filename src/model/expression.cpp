@@ -2,14 +2,15 @@
 
 namespace edd {
 
-Expression::Expression(const ValuePtr& a, const ValuePtr& b) : parts_{clone_of(a), clone_of(b)} {}
+Expression::Expression(ValuePtr a, ValuePtr b)
+    : parts_{take_or_clone(std::move(a)), take_or_clone(std::move(b))} {}
 
-Expression::Expression(const ValuePtr& a, const ValuePtr& b, const ValuePtr& c)
-    : parts_{clone_of(a), clone_of(b), clone_of(c)} {}
+Expression::Expression(ValuePtr a, ValuePtr b, ValuePtr c)
+    : parts_{take_or_clone(std::move(a)), take_or_clone(std::move(b)), take_or_clone(std::move(c))} {}
 
-Expression::Expression(const ValuePtr& a, const ValuePtr& b, const ValuePtr& c, const ValuePtr& d,
-                       const ValuePtr& e)
-    : parts_{clone_of(a), clone_of(b), clone_of(c), clone_of(d), clone_of(e)} {}
+Expression::Expression(ValuePtr a, ValuePtr b, ValuePtr c, ValuePtr d, ValuePtr e)
+    : parts_{take_or_clone(std::move(a)), take_or_clone(std::move(b)), take_or_clone(std::move(c)),
+             take_or_clone(std::move(d)), take_or_clone(std::move(e))} {}
 
 Expression::Expression(const Expression& other) : ValueOf(other) {
     parts_.reserve(other.parts_.size());

@@ -13,11 +13,11 @@ namespace edd {
 class Expression final : public ValueOf<Expression, ValueKind::EXPRESSION> {
 public:
     // (operand, postfix) or (prefix, operand)
-    Expression(const ValuePtr& a, const ValuePtr& b);
+    Expression(ValuePtr a, ValuePtr b);
     // (left, operator, right) or ("(", inner, ")")
-    Expression(const ValuePtr& a, const ValuePtr& b, const ValuePtr& c);
+    Expression(ValuePtr a, ValuePtr b, ValuePtr c);
     // (condition, "?", then, ":", else)
-    Expression(const ValuePtr& a, const ValuePtr& b, const ValuePtr& c, const ValuePtr& d, const ValuePtr& e);
+    Expression(ValuePtr a, ValuePtr b, ValuePtr c, ValuePtr d, ValuePtr e);
     Expression(const Expression& other);
     Expression& operator=(const Expression&) = delete;
 

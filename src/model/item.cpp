@@ -1,40 +1,51 @@
 #include "model/item.hpp"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace edd {
 
-std::size_t Item::slot(AttributeId id) const {
+void Item::check(AttributeId id) {
     if (!is_valid(id)) throw std::invalid_argument("Invalid object attribute id.");
-    return code(id);
 }
 
-bool Item::has_attribute(AttributeId id) const { return slots_[slot(id)].is_set(); }
+std::vector<Item::Slot>::const_iterator Item::find(AttributeId id) const {
+    check(id);
+    auto it = std::ranges::lower_bound(slots_, code(id), {}, [](const Slot& s) { return code(s.first); });
+    return it != slots_.end() && it->first == id ? it : slots_.end();
+}
+
+bool Item::has_attribute(AttributeId id) const { return find(id) != slots_.end(); }
 
 const ValuePtr& Item::attribute(AttributeId id) const {
-    const ValuePtr& value = slots_[slot(id)];
-    if (!value.is_set()) throw std::logic_error("Trying to access attribtue that is not defined.");
-    if (value.get() == nullptr) throw NullPointer();
-    return value;
+    auto it = find(id);
+    if (it == slots_.end()) throw std::logic_error("Trying to access attribtue that is not defined.");
+    if (it->second.get() == nullptr) throw NullPointer();
+    return it->second;
 }
 
-void Item::set_attribute(AttributeId id, const ValuePtr& value) {
-    const std::size_t index = slot(id);  // the id is checked before the value is touched
-    slots_[index] = clone_of(value);
+void Item::set_attribute(AttributeId id, ValuePtr value) {
+    check(id);  // the id is checked before the value is touched
+    ValuePtr stored = take_or_clone(std::move(value));
+    auto it = std::ranges::lower_bound(slots_, code(id), {}, [](const Slot& s) { return code(s.first); });
+    if (it != slots_.end() && it->first == id) it->second = std::move(stored);
+    else slots_.emplace(it, id, std::move(stored));
 }
 
-void Item::remove_attribute(AttributeId id) { slots_[slot(id)] = ValuePtr(); }
+void Item::remove_attribute(AttributeId id) {
+    auto it = find(id);
+    if (it != slots_.end()) slots_.erase(it);
+}
 
 std::vector<AttributeId> Item::defined_attributes() const {
     std::vector<AttributeId> ids;
-    for (std::size_t i = 0; i < attribute_count; ++i)
-        if (slots_[i].is_set()) ids.push_back(static_cast<AttributeId>(i));
+    ids.reserve(slots_.size());
+    for (const Slot& slot : slots_) ids.push_back(slot.first);
     return ids;
 }
 
 void Item::collect_dictionary_keys(KeySet& keys) const {
-    for (const ValuePtr& value : slots_)
-        if (value.is_set()) value->collect_dictionary_keys(keys);
+    for (const Slot& slot : slots_) slot.second->collect_dictionary_keys(keys);
 }
 
 namespace {

@@ -1,8 +1,8 @@
-// One item definition: type, name, the LIKE parent, one slot per attribute id and the
-// token that introduced it. Copies share the slots' values.
+// One item definition: type, name, the LIKE parent, its attributes by id and the token that
+// introduced it. Copies share the attributes' values.
 #pragma once
 
-#include <array>
+#include <utility>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -29,18 +29,22 @@ public:
     bool has_attribute(AttributeId id) const;
     // An undefined attribute throws std::logic_error.
     const ValuePtr& attribute(AttributeId id) const;
-    void set_attribute(AttributeId id, const ValuePtr& value);
+    void set_attribute(AttributeId id, ValuePtr value);
     void remove_attribute(AttributeId id);
     std::vector<AttributeId> defined_attributes() const;
     void collect_dictionary_keys(KeySet& keys) const;
 
 private:
-    std::size_t slot(AttributeId id) const;
+    // Throws std::invalid_argument for an id that names no attribute.
+    static void check(AttributeId id);
+    using Slot = std::pair<AttributeId, ValuePtr>;
+    std::vector<Slot>::const_iterator find(AttributeId id) const;
 
     ItemType type_;
     std::string name_;
     std::string parent_;
-    std::array<ValuePtr, attribute_count> slots_;
+    // Only the attributes set, in id order: an item sets a handful of the many ids.
+    std::vector<Slot> slots_;
     Token origin_;
 };
 

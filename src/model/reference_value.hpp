@@ -16,7 +16,7 @@ public:
     std::string to_string() const override;
 
     const std::string& name() const { return name_; }
-    void set_argument(const ValuePtr& value) { argument_ = clone_of(value); }
+    void set_argument(ValuePtr value) { argument_ = take_or_clone(std::move(value)); }
     bool has_argument() const { return argument_.is_set(); }
     const ValuePtr& argument() const { return argument_; }
 

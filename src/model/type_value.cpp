@@ -33,6 +33,16 @@ void TypeValue::set_attribute(const Attribute& attribute) {
     if (!inserted) it->second = attribute;
 }
 
+void TypeValue::set_attribute(Attribute&& attribute) {
+    auto it = attributes_.find(attribute.name());
+    if (it != attributes_.end()) {
+        it->second = std::move(attribute);
+        return;
+    }
+    std::string name = attribute.name();
+    attributes_.emplace(std::move(name), std::move(attribute));
+}
+
 const ValuePtr& TypeValue::get_attribute(std::string_view name) const {
     auto it = attributes_.find(name);
     if (it == attributes_.end()) throw std::logic_error("edd::TypeValue::get_attribute");

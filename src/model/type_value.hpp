@@ -26,11 +26,12 @@ public:
     void set_size(std::uint32_t size) { size_ = size; }
     // Replaces an earlier attribute of the same name.
     void set_attribute(const Attribute& attribute);
+    void set_attribute(Attribute&& attribute);
     // An absent name throws std::logic_error.
     const ValuePtr& get_attribute(std::string_view name) const;
     std::vector<Attribute> attributes() const;
     const std::map<std::string, Attribute, std::less<>>& attribute_map() const { return attributes_; }
-    void add_value(const ValuePtr& value) { values_.push_back(clone_of(value)); }
+    void add_value(ValuePtr value) { values_.push_back(take_or_clone(std::move(value))); }
     const std::vector<ValuePtr>& values() const { return values_; }
 
 private:

@@ -19,6 +19,8 @@ class Value;
 using KeySet = std::set<std::string>;
 
 // A shared handle to a value. Following a handle that holds no value throws NullPointer.
+// Setters that take a ValuePtr by value store a clone unless they were handed the only
+// handle (see take_or_clone): passing a named handle keeps it independent of the copy.
 class ValuePtr {
 public:
     ValuePtr() = default;
@@ -26,6 +28,8 @@ public:
 
     // Set: made from a value (even a null one); a default handle is unset.
     bool is_set() const { return value_.use_count() != 0; }
+    // True when this handle holds a value and is its only owner.
+    bool is_sole_owner() const { return value_ && value_.use_count() == 1; }
     Value* get() const { return value_.get(); }
     Value& operator*() const { return checked(); }
     Value* operator->() const { return &checked(); }
@@ -54,21 +58,28 @@ public:
     virtual std::string to_string() const = 0;
     virtual void collect_dictionary_keys(KeySet& keys) const;
 
-    const std::string& note_text() const { return note_text_; }
-    std::uint32_t note_number() const { return note_number_; }
+    const std::string& note_text() const;
+    std::uint32_t note_number() const { return notes_ ? notes_->number : 0; }
 
     friend bool operator==(const Value& a, const Value& b) { return a.equals(b); }
 
 protected:
     Value() = default;
     Value(std::string note_text, std::uint32_t note_number)
-        : note_text_(std::move(note_text)), note_number_(note_number) {}
-    Value(const Value&) = default;
-    Value& operator=(const Value&) = default;
+        : notes_(std::make_unique<Notes>(Notes{std::move(note_text), note_number})) {}
+    Value(const Value& other) : notes_(other.notes_ ? std::make_unique<Notes>(*other.notes_) : nullptr) {}
+    Value& operator=(const Value& other) {
+        if (this != &other) notes_ = other.notes_ ? std::make_unique<Notes>(*other.notes_) : nullptr;
+        return *this;
+    }
 
 private:
-    std::string note_text_;
-    std::uint32_t note_number_ = 0;
+    // Held apart and only when given: the model holds many values, few with notes.
+    struct Notes {
+        std::string text;
+        std::uint32_t number;
+    };
+    std::unique_ptr<Notes> notes_;
 };
 
 std::ostream& operator<<(std::ostream& out, const Value& value);
@@ -87,5 +98,9 @@ protected:
 
 // Handles the clone of a value, or a NullPointer for an unset handle.
 inline ValuePtr clone_of(const ValuePtr& value) { return value->clone(); }
+
+// What a setter stores: the value itself when the handle it was given is its only owner (a
+// fresh result handed over, which no one else can see), else a clone as clone_of makes.
+inline ValuePtr take_or_clone(ValuePtr value) { return value.is_sole_owner() ? std::move(value) : clone_of(value); }
 
 }  // namespace edd

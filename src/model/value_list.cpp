@@ -42,9 +42,9 @@ const ValuePtr& ValueList::get(std::size_t index) const {
     return items_[index];
 }
 
-void ValueList::set(std::size_t index, const ValuePtr& value) {
+void ValueList::set(std::size_t index, ValuePtr value) {
     if (index >= items_.size()) throw std::invalid_argument(invalid_index);
-    items_[index] = clone_of(value);
+    items_[index] = take_or_clone(std::move(value));
 }
 
 }  // namespace edd

@@ -26,14 +26,14 @@ public:
     std::string& name() { return name_; }
     const std::string& name() const { return name_; }
     void add(const Value& value) { items_.push_back(value.clone()); }
-    void add(const ValuePtr& value) { items_.push_back(clone_of(value)); }
+    void add(ValuePtr value) { items_.push_back(take_or_clone(std::move(value))); }
     std::size_t size() const { return items_.size(); }
     bool empty() const { return items_.empty(); }
     // Index errors throw std::invalid_argument; last() of an empty list is one too.
     const ValuePtr& get(std::size_t index) const;
     const ValuePtr& last() const { return get(items_.size() - 1); }
-    void set(std::size_t index, const ValuePtr& value);
-    void set_last(const ValuePtr& value) { set(items_.size() - 1, value); }
+    void set(std::size_t index, ValuePtr value);
+    void set_last(ValuePtr value) { set(items_.size() - 1, std::move(value)); }
     const std::vector<ValuePtr>& items() const { return items_; }
 
 private:

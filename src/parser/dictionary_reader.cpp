@@ -31,7 +31,7 @@ void DictionaryReader::parse_entry() {
     advance();
     if (!current().is(IDENTIFIER))
         fatal(std::string(messages::expected_identifier_but_got) + to_string(current()) + '.');
-    std::string key = current().text();
+    std::string key(current().text());
     std::string text = expect_string_literal();
     while (at_kind(STRING)) {
         advance();

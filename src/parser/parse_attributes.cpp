@@ -16,7 +16,7 @@ namespace ks = keyword_sets;
 
 namespace {
 
-bool is_value_attribute(const std::string& word) {
+bool is_value_attribute(std::string_view word) {
     if (word == "INITIAL_VALUE" || word == "DEFAULT_VALUE" || word == "MIN_VALUE" || word == "MAX_VALUE") return true;
     // MIN_VALUE0 ... MAX_VALUE9: the numbered ranges of HART descriptions
     return word.size() == 10 && (word.starts_with("MIN_VALUE") || word.starts_with("MAX_VALUE")) && word[9] >= '0' &&
@@ -51,18 +51,20 @@ ValuePtr Parser::parse_method_definition() {
         advance();
         if (current().is(LEFT_CURLY_BRACKET)) ++depth;
         if (current().is(RIGHT_CURLY_BRACKET) && --depth == 0) break;
-        tokens.push_back(current());
+        tokens.push_back(take_current());
     }
+    tokens.shrink_to_fit();  // kept for the whole run: no room to spare
     return make_value<CodeValue>(std::move(tokens));
 }
 
 // method_type : ( char | int | long | float | double | unsigned ( unsigned | char | int | long | float | double ) ) ';'
 ValuePtr Parser::parse_method_type() {
     ValuePtr first = parse_one_of(ks::method_return_types);
-    std::string type = current().text();
+    std::string type(current().text());
     if (type == "unsigned") {
         parse_one_of(ks::unsigned_return_types);
-        type += '_' + current().text();
+        type += '_';
+        type += current().text();
     }
     expect(";");
     static_cast<void>(first);
@@ -78,7 +80,7 @@ ValuePtr Parser::parse_method_parameter() {
         is_unsigned = true;
         advance();
     }
-    const std::string type = current().text();
+    const std::string type(current().text());
     std::uint32_t code = 2;
     if (type == "char") code = is_unsigned ? 1 : 0;
     else if (type == "int" || type == "unsigned") code = is_unsigned || type == "unsigned" ? 3 : 2;
@@ -101,7 +103,7 @@ ValuePtr Parser::parse_method_parameter() {
 
 // type_specification : type_word [ '(' integer ')' ] [ reference ] ( ';' | '{' type_body '}' [';'] )
 ValuePtr Parser::parse_type_specification() {
-    const std::string word = lookahead().is(STRING) ? std::string() : lookahead().text();
+    const std::string word = lookahead().is(STRING) ? std::string() : std::string(lookahead().text());
     const ks::WordSet* set = nullptr;
     for (const ks::WordSet* candidate : {&ks::arithmetic_types, &ks::enumerated_types, &ks::index_type, &ks::string_types,
                                          &ks::date_time_types, &ks::object_reference_type})
@@ -138,14 +140,14 @@ void Parser::parse_type_body(TypeValue& type, bool enumerated) {
         const bool word = (at_kind(EDDL_KEYWORD) || at_kind(IDENTIFIER)) && !at("IF") && !at("SELECT");
         if (word && (!enumerated || is_value_attribute(lookahead().text()))) {
             advance();
-            const std::string name = current().text();
+            const std::string name(current().text());
             type.set_attribute(Attribute(name, parse_conditional_value()));
             continue;
         }
         if (!enumerated) break;
         std::vector<ValuePtr> enumerators;
         add_flattened(enumerators, parse_conditional_enumerators());
-        for (const ValuePtr& enumerator : enumerators) type.add_value(enumerator);
+        for (ValuePtr& enumerator : enumerators) type.add_value(std::move(enumerator));
     }
 }
 
@@ -163,7 +165,7 @@ ValuePtr Parser::parse_enumerator() {
     enumerator->set("description", parse_string_value());
     while (at(",")) {
         advance();
-        const std::string& word = lookahead().text();
+        const std::string_view word = lookahead().text();
         if (!at_kind(STRING) && ks::status_classes.contains(word)) {
             enumerator->set("status_class", parse_keyword_set_combination(ks::status_classes));
         } else if (!at_kind(STRING) && ks::classes.contains(word)) {
@@ -186,7 +188,7 @@ ValuePtr Parser::parse_keyword_set_combination(const std::set<std::string, std::
     ValuePtr first = parse_one_of(words);
     if (!at("&")) return first;
     auto list = std::make_shared<ValueList>();
-    list->add(first);
+    list->add(std::move(first));
     while (at("&")) {
         advance();
         list->add(parse_one_of(words));
@@ -212,7 +214,7 @@ ValuePtr Parser::parse_menu_item() {
     auto item = std::make_shared<ComposedValue>("item");
     if (!at_kind(STRING) && ks::menu_layout_words.contains(lookahead().text())) {
         advance();
-        item->set("item_reference", keyword_value(current().text()));
+        item->set("item_reference", keyword_value(std::string(current().text())));
         return ValuePtr(item);
     }
     if (at_kind(STRING) || at("[")) {
@@ -230,14 +232,14 @@ ValuePtr Parser::parse_menu_item() {
         for (;;) {
             advance();
             if (ks::menu_item_qualifiers.contains(current().text()) && !current().is(STRING))
-                qualifiers->add(keyword_value(current().text()));
+                qualifiers->add(keyword_value(std::string(current().text())));
             else
                 error(messages::expected_menu_item_qualifier);
             if (!at(",") && !at("&")) break;
             advance();
         }
         expect(")");
-        item->set("qualifiers", ValuePtr(qualifiers));
+        item->set("qualifiers", ValuePtr(std::move(qualifiers)));
     }
     return ValuePtr(item);
 }
@@ -250,8 +252,8 @@ ValuePtr Parser::parse_purpose() { return parse_one_of(ks::purposes); }
 ValuePtr Parser::parse_role() {
     advance();
     if (!current().is(EDDL_KEYWORD) && !current().is(IDENTIFIER))
-        fatal(std::string(messages::expected_keyword_but_got) + current().text());
-    return keyword_value(current().text());
+        fatal(concat({messages::expected_keyword_but_got, current().text()}));
+    return keyword_value(std::string(current().text()));
 }
 
 // purpose_attribute : conditional_purpose [';']
@@ -388,9 +390,9 @@ ValuePtr Parser::parse_data_item() {
         advance();
         advance();
         if (current().is(INTEGER))
-            item->set("mask", make_value<SimpleValue>(ValueKind::DATA_MASK, current().text()));
+            item->set("mask", make_value<SimpleValue>(ValueKind::DATA_MASK, std::string(current().text())));
         else
-            error(std::string(messages::expected_integer_but_got) + current().text());
+            error(concat({messages::expected_integer_but_got, current().text()}));
         expect(">");
     }
     if (at("(")) {
@@ -402,7 +404,7 @@ ValuePtr Parser::parse_data_item() {
             qualifiers->add(parse_keyword_combination());
         }
         expect(")");
-        item->set("qualifiers", ValuePtr(qualifiers));
+        item->set("qualifiers", ValuePtr(std::move(qualifiers)));
     }
     return ValuePtr(item);
 }
@@ -432,7 +434,7 @@ ValuePtr Parser::parse_action() {
 // waveform_type : ( YT | XY | HORIZONTAL | VERTICAL ) '{' statements '}' [';']
 ValuePtr Parser::parse_waveform_type() {
     advance();
-    const std::string word = current().text();
+    const std::string word(current().text());
     if (current().is(STRING) || !ks::waveform_types.contains(word))
         fatal(format_message(messages::expected_waveform_type, {word}));
     auto type = std::make_shared<TypeValue>(word);
@@ -441,7 +443,7 @@ ValuePtr Parser::parse_waveform_type() {
         expect("{");
         ValuePtr points = parse_point_list();
         expect("}");
-        return Attribute(std::move(name), points);
+        return Attribute(std::move(name), std::move(points));
     };
     if (word == "HORIZONTAL" || word == "VERTICAL") {
         const std::string axis = word == "HORIZONTAL" ? "Y_VALUES" : "X_VALUES";
@@ -450,7 +452,7 @@ ValuePtr Parser::parse_waveform_type() {
     } else {
         while (!at("}")) {
             advance();
-            const std::string statement = current().text();
+            const std::string statement(current().text());
             const bool yt = word == "YT";
             if ((yt && (statement == "X_INITIAL" || statement == "X_INCREMENT")) || statement == "NUMBER_OF_POINTS")
                 type->set_attribute(Attribute(statement, parse_conditional_value()));
@@ -488,7 +490,7 @@ ValuePtr Parser::parse_key_points() {
     expect("{");
     while (!at("}")) {
         advance();
-        const std::string axis = current().text();
+        const std::string axis(current().text());
         if (axis != "X_VALUES" && axis != "Y_VALUES") fatal(format_message(messages::expected_key_points, {axis}));
         expect("{");
         points->set(axis, parse_point_list());

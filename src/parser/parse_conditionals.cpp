@@ -30,8 +30,8 @@ ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
         skip_trailing_semicolon();
         expect("}");
         auto conditional = std::make_shared<IfConditional>();
-        conditional->set_condition(condition);
-        conditional->set_then(then_value);
+        conditional->set_condition(std::move(condition));
+        conditional->set_then(std::move(then_value));
         // A ';' after a then-branch without ELSE is left for the caller.
         if (!at("ELSE")) return ValuePtr(conditional);
         parse_keyword("ELSE");
@@ -60,17 +60,17 @@ ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
             expect(":");
             ValuePtr value = (this->*branch)();
             skip_trailing_semicolon();
-            select->add_case(label, value);
+            select->add_case(std::move(label), std::move(value));
         } else if (at("DEFAULT")) {
             parse_keyword("DEFAULT");
             expect(":");
             ValuePtr value = (this->*branch)();
             skip_trailing_semicolon();
             if (select->has_default()) error(messages::select_two_defaults);
-            select->set_default(value);
+            select->set_default(std::move(value));
         } else {
             // Nothing here would consume the stray token, so reading stops at it.
-            fatal(std::string(messages::expected_case_or_default) + lookahead().text() + "'.");
+            fatal(concat({messages::expected_case_or_default, lookahead().text(), "'."}));
         }
     }
     expect("}");
@@ -84,7 +84,7 @@ ValuePtr Parser::parse_list(Grammar entry, std::string_view trailing) {
     ValuePtr first = (this->*entry)();
     if (!at(",")) return first;
     auto list = std::make_shared<ValueList>();
-    list->add(first);
+    list->add(std::move(first));
     while (at(",")) {
         expect(",");
         if (at("IF") || at("SELECT") || at("CASE") || at("}")) {

@@ -27,17 +27,20 @@ constexpr BinaryOperator binary_operators[] = {
 constexpr int loosest_binary_level = 3;
 
 std::optional<int> binary_level(const Token& token) {
-    if (token.is(STRING) || token.is(IDENTIFIER)) return std::nullopt;
+    const std::string_view text = token.text();
+    // Every spelling is one or two characters; most tokens are ruled out by their length.
+    if (token.is(STRING) || token.is(IDENTIFIER) || text.empty() || text.size() > 2) return std::nullopt;
     for (const BinaryOperator& op : binary_operators)
-        if (op.spelling == token.text()) return op.level;
+        if (op.spelling[0] == text[0] && op.spelling == text) return op.level;
     return std::nullopt;
 }
 
 template <std::size_t N>
 bool is_one_of(const Token& token, const std::string_view (&spellings)[N]) {
-    if (token.is(STRING) || token.is(IDENTIFIER)) return false;
+    const std::string_view text = token.text();
+    if (token.is(STRING) || token.is(IDENTIFIER) || text.empty()) return false;
     for (std::string_view spelling : spellings)
-        if (token.text() == spelling) return true;
+        if (spelling[0] == text[0] && spelling == text) return true;
     return false;
 }
 
@@ -45,7 +48,9 @@ constexpr std::string_view assignment_operators[] = {"=", "+=", "-=", "*=", "/="
 constexpr std::string_view prefix_operators[] = {"~", "!", "+", "-", "++", "--"};
 constexpr std::string_view postfix_operators[] = {"++", "--"};
 
-ValuePtr operator_value(const std::string& spelling) { return make_value<SimpleValue>(ValueKind::OPERATOR, spelling); }
+ValuePtr operator_value(std::string_view spelling) {
+    return make_value<SimpleValue>(ValueKind::OPERATOR, std::string(spelling));
+}
 
 }  // namespace
 
@@ -60,7 +65,7 @@ ValuePtr Parser::parse_expression_list() {
     ValuePtr first = parse_assignment_expression();
     if (!at(",")) return first;
     auto list = std::make_shared<ValueList>();
-    list->add(first);
+    list->add(std::move(first));
     while (at(",")) {
         expect(",");
         if (at("}")) {
@@ -79,7 +84,7 @@ ValuePtr Parser::parse_assignment_expression() {
     DepthGuard guard(*this);
     ValuePtr op = read_operator();
     ValuePtr right = parse_assignment_expression();
-    return make_value<Expression>(left, op, right);
+    return make_value<Expression>(std::move(left), std::move(op), std::move(right));
 }
 
 // conditional : logical_or [ '?' expression_list ':' expression_list ]
@@ -93,7 +98,8 @@ ValuePtr Parser::parse_conditional_expression() {
     expect(":");
     ValuePtr colon = operator_value(":");
     ValuePtr second = parse_expression_list();
-    return make_value<Expression>(condition, question, first, colon, second);
+    return make_value<Expression>(std::move(condition), std::move(question), std::move(first), std::move(colon),
+                                  std::move(second));
 }
 
 // binary : prefix [ operator binary ]   for the operators tighter than `limit`
@@ -103,7 +109,7 @@ ValuePtr Parser::parse_binary_expression(int limit) {
         DepthGuard guard(*this);
         ValuePtr op = read_operator();
         ValuePtr right = parse_binary_expression(*level - 1);
-        left = make_value<Expression>(left, op, right);
+        left = make_value<Expression>(std::move(left), std::move(op), std::move(right));
     }
     return left;
 }
@@ -114,7 +120,7 @@ ValuePtr Parser::parse_prefix_expression() {
     DepthGuard guard(*this);
     ValuePtr op = read_operator();
     ValuePtr operand = parse_prefix_expression();
-    return make_value<Expression>(op, operand);
+    return make_value<Expression>(std::move(op), std::move(operand));
 }
 
 // postfix : primary [ '++' | '--' ]
@@ -122,7 +128,7 @@ ValuePtr Parser::parse_postfix_expression() {
     ValuePtr operand = parse_primary_expression();
     if (!is_one_of(lookahead(), postfix_operators)) return operand;
     ValuePtr op = read_operator();
-    return make_value<Expression>(operand, op);
+    return make_value<Expression>(std::move(operand), std::move(op));
 }
 
 // primary : '(' expression_list ')' | integer | float | string_value | reference_or_call
@@ -134,7 +140,7 @@ ValuePtr Parser::parse_primary_expression() {
         expect("(");
         ValuePtr inner = parse_expression_list();
         expect(")");
-        return make_value<Expression>(operator_value("("), inner, operator_value(")"));
+        return make_value<Expression>(operator_value("("), std::move(inner), operator_value(")"));
     }
     case INTEGER: return expect_integer();
     case FLOAT: return expect_float();
@@ -144,7 +150,7 @@ ValuePtr Parser::parse_primary_expression() {
     case EDDL_KEYWORD: return parse_keyword_combination();
     default:
         // Not consumed: the caller meets the same token and decides.
-        error(std::string(messages::expected_primary) + lookahead().text());
+        error(concat({messages::expected_primary, lookahead().text()}));
         return make_value<NullValue>();
     }
 }
@@ -197,7 +203,7 @@ ValuePtr Parser::parse_reference() {
         path += parse_identifier(false);
     }
     auto reference = std::make_shared<ReferenceValue>(std::move(path));
-    if (index.is_set()) reference->set_argument(index);
+    if (index.is_set()) reference->set_argument(std::move(index));
     return ValuePtr(reference);
 }
 
@@ -211,7 +217,7 @@ ValuePtr Parser::parse_reference_or_call() {
     ValuePtr arguments = at(")") ? make_value<ValueList>() : parse_expression_list();
     expect(")");
     auto call = std::make_shared<ReferenceValue>(static_cast<const ReferenceValue&>(*reference).name());
-    call->set_argument(arguments);
+    call->set_argument(std::move(arguments));
     return ValuePtr(call);
 }
 
@@ -220,7 +226,7 @@ ValuePtr Parser::parse_keyword_combination() {
     ValuePtr first = expect_keyword();
     if (!at("&")) return first;
     auto list = std::make_shared<ValueList>();
-    list->add(first);
+    list->add(std::move(first));
     while (at("&")) {
         advance();
         list->add(expect_keyword());

@@ -34,7 +34,7 @@ const std::map<std::string, std::string, std::less<>>& import_keywords() {
 // A word that names a kind of item rather than one item: a keyword, a plural of the table,
 // or the plural of an item type that the table lacks (which is then refused).
 bool is_plural_entry(const Token& token) {
-    const std::string& text = token.text();
+    const std::string_view text = token.text();
     if (token.is(EDDL_KEYWORD) || import_keywords().contains(text)) return true;
     return text.size() > 1 && text.back() == 'S' && find_item_type(text.substr(0, text.size() - 1)) != ItemType::UNKNOWN;
 }
@@ -95,6 +95,8 @@ ItemTable Parser::parse_imported_file(const std::string& name, const std::string
     const std::string canonical = canonical_path(path);
     if (std::ranges::find(*import_chain_, canonical) != import_chain_->end())
         fatal(format_message(messages::import_cycle, {name}));
+    // Each imported file is parsed one level deeper on the stack.
+    if (import_chain_->size() > max_import_depth) fatal(messages::nesting_too_deep);
     std::optional<std::string> text = read_file(path);
     if (!text) fatal(format_message(messages::import_not_found, {path}));
     Lexer lexer(Lexer::FromText{}, std::move(*text), path, diagnostics());

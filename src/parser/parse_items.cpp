@@ -16,8 +16,8 @@ void Parser::parse_item_body(Item& item) {
         ValuePtr cause = parse_conditional_value();
         expect(":");
         ValuePtr effect = parse_conditional_value();
-        item.set_attribute(AttributeId::cause_parameter, cause);
-        item.set_attribute(AttributeId::effected_parameter, effect);
+        item.set_attribute(AttributeId::cause_parameter, std::move(cause));
+        item.set_attribute(AttributeId::effected_parameter, std::move(effect));
         break;
     }
     case ItemType::RESPONSE_CODES:
@@ -59,8 +59,8 @@ void Parser::parse_attribute(Item& item, bool redefine) {
         error(name + std::string(messages::attribute_not_defined) + std::string(item_type_word(item)));
         return;
     }
-    if (redefine) item.set_attribute(id, value);
-    else store_attribute(item, id, value);
+    if (redefine) item.set_attribute(id, std::move(value));
+    else store_attribute(item, id, std::move(value));
 }
 
 // deletion : DELETE attribute_name ';'
@@ -76,22 +76,22 @@ void Parser::parse_attribute_deletion(Item& item) {
 
 // TRANSACTION on a COMMAND and response_code on RESPONSE_CODES accumulate; every other
 // attribute is replaced silently, the last one wins.
-void Parser::store_attribute(Item& item, AttributeId id, const ValuePtr& value) {
+void Parser::store_attribute(Item& item, AttributeId id, ValuePtr value) {
     const bool merges = (id == AttributeId::TRANSACTION && item.type() == ItemType::COMMAND) ||
                         (id == AttributeId::response_code && item.type() == ItemType::RESPONSE_CODES);
     if (!merges || !item.has_attribute(id)) {
-        item.set_attribute(id, value);
+        item.set_attribute(id, std::move(value));
         return;
     }
     const ValuePtr& held = item.attribute(id);
     if (held->kind() == ValueKind::VALUE_LIST) {
-        static_cast<ValueList&>(*held).add(value);
+        static_cast<ValueList&>(*held).add(std::move(value));
         return;
     }
     auto list = std::make_shared<ValueList>();
     list->add(held);
-    list->add(value);
-    item.set_attribute(id, ValuePtr(list));
+    list->add(std::move(value));
+    item.set_attribute(id, ValuePtr(std::move(list)));
 }
 
 // The grammar of an attribute's value is chosen by the attribute and, for TYPE, by the

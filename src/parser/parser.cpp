@@ -68,14 +68,14 @@ void Parser::parse_identification(Identification& identification) {
 //                      | MANUFACTURER_EXT string
 void Parser::parse_identification_entry(Identification& identification) {
     advance();
-    const std::string keyword = current().text();
+    const std::string keyword(current().text());
     if (keyword == "MANUFACTURER" || keyword == "DEVICE_TYPE") {
         advance();
         if (!current().is(INTEGER) && !current().is(IDENTIFIER))
             fatal(format_message(keyword == "MANUFACTURER" ? messages::manufacturer_value : messages::device_type_value,
                                  {current().text()}));
         ValuePtr value = make_value<SimpleValue>(current().is(INTEGER) ? ValueKind::INTEGER : ValueKind::IDENTIFIER,
-                                                 current().text());
+                                                 std::string(current().text()));
         (keyword == "MANUFACTURER" ? identification.manufacturer : identification.device_type) = value;
         return;
     }

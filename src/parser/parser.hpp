@@ -4,6 +4,7 @@
 // which parse() catches: there is no resynchronisation.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <set>
 #include <ostream>
@@ -40,6 +41,8 @@ private:
     void register_item(Item item);
 
     // ---- IMPORT and REDEFINITIONS (parse_import.cpp) -----------------------------------
+    // Imported files open at once, against stack exhaustion: "Nesting too deep." beyond.
+    static constexpr std::size_t max_import_depth = 200;
     void parse_import();
     ItemTable parse_imported_file(const std::string& name, const std::string& path);
     std::vector<Item> parse_import_list(const ItemTable& imported);
@@ -51,7 +54,7 @@ private:
     void parse_attribute(Item& item, bool redefine);
     void parse_attribute_deletion(Item& item);
     ValuePtr parse_attribute_value(const Item& item, AttributeId id);
-    void store_attribute(Item& item, AttributeId id, const ValuePtr& value);
+    void store_attribute(Item& item, AttributeId id, ValuePtr value);
 
     // ---- Expressions (parse_expression.cpp) ------------------------------------------
     ValuePtr parse_expression_list();

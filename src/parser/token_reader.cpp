@@ -58,44 +58,44 @@ TokenReader::DepthGuard::DepthGuard(TokenReader& reader) : reader_(reader) {
 void TokenReader::expect(std::string_view text) {
     advance();
     if (current_.text() != text)
-        fatal(std::string(messages::expected) + std::string(text) + std::string(messages::but_got) + current_.text());
+        fatal(concat({messages::expected, text, messages::but_got, current_.text()}));
 }
 
 void TokenReader::expect_token(const Token& token) {
     advance();
     if (current_ != token)
-        fatal(std::string(messages::expected) + to_string(token) + std::string(messages::but_got) + to_string(current_));
+        fatal(concat({messages::expected, to_string(token), messages::but_got, to_string(current_)}));
 }
 
 ValuePtr TokenReader::expect_integer() {
     advance();
-    if (!current_.is(INTEGER)) fatal(std::string(messages::expected_integer_but_got) + current_.text());
-    return make_value<SimpleValue>(ValueKind::INTEGER, current_.text());
+    if (!current_.is(INTEGER)) fatal(concat({messages::expected_integer_but_got, current_.text()}));
+    return make_value<SimpleValue>(ValueKind::INTEGER, std::string(current_.text()));
 }
 
 ValuePtr TokenReader::expect_float() {
     advance();
-    if (!current_.is(FLOAT)) fatal(std::string(messages::expected_float_but_got) + current_.text());
-    return make_value<SimpleValue>(ValueKind::FLOAT, current_.text());
+    if (!current_.is(FLOAT)) fatal(concat({messages::expected_float_but_got, current_.text()}));
+    return make_value<SimpleValue>(ValueKind::FLOAT, std::string(current_.text()));
 }
 
 ValuePtr TokenReader::expect_keyword() {
     advance();
-    if (!current_.is(EDDL_KEYWORD)) fatal(std::string(messages::expected_keyword_but_got) + current_.text());
-    return make_value<SimpleValue>(ValueKind::KEYWORD, current_.text());
+    if (!current_.is(EDDL_KEYWORD)) fatal(concat({messages::expected_keyword_but_got, current_.text()}));
+    return make_value<SimpleValue>(ValueKind::KEYWORD, std::string(current_.text()));
 }
 
 std::string TokenReader::expect_string_literal() {
     advance();
     if (!current_.is(STRING)) fatal(format_message(messages::expected_string_literal, {to_string(current_)}));
-    return current_.text();
+    return std::string(current_.text());
 }
 
 std::string TokenReader::parse_string_literal() {
     advance();
     if (!current_.is(STRING))
         fatal(std::string(messages::expected_string_literal_and_got) + to_string(current_) + '.');
-    return current_.text();
+    return std::string(current_.text());
 }
 
 // Reads an integer but words its failure like the string reader; the wording is kept.
@@ -118,20 +118,19 @@ std::uint64_t TokenReader::parse_integer() {
 std::string TokenReader::parse_keyword_text() {
     advance();
     if (!current_.is(EDDL_KEYWORD)) {
-        error(std::string(messages::expected_capital_keyword_but_got) + current_.text() + '.');
+        error(concat({messages::expected_capital_keyword_but_got, current_.text(), "."}));
         return std::string();
     }
-    return current_.text();
+    return std::string(current_.text());
 }
 
 ValuePtr TokenReader::parse_keyword(std::string_view word) {
     advance();
     if (current_.text() != word) {
-        error(std::string(messages::expected_keyword_word) + std::string(word) + std::string(messages::but_got) +
-              current_.text() + '.');
+        error(concat({messages::expected_keyword_word, word, messages::but_got, current_.text(), "."}));
         return ValuePtr();
     }
-    return make_value<SimpleValue>(ValueKind::KEYWORD, current_.text());
+    return make_value<SimpleValue>(ValueKind::KEYWORD, std::string(current_.text()));
 }
 
 ValuePtr TokenReader::parse_one_of(const std::set<std::string, std::less<>>& words) {
@@ -149,24 +148,24 @@ ValuePtr TokenReader::parse_one_of(const std::set<std::string, std::less<>>& wor
         message += '.';
         fatal(message);
     }
-    return make_value<SimpleValue>(ValueKind::KEYWORD, current_.text());
+    return make_value<SimpleValue>(ValueKind::KEYWORD, std::string(current_.text()));
 }
 
 // A reserved word is accepted as a name, with a warning when the caller asks for one.
 std::string TokenReader::parse_identifier(bool warn) {
     advance();
     switch (current_.kind()) {
-    case IDENTIFIER: return current_.text();
+    case IDENTIFIER: return std::string(current_.text());
     case EDDL_KEYWORD:
-        if (warn) warning(current_.text() + std::string(messages::reserved_eddl_keyword));
-        return current_.text();
+        if (warn) warning(concat({current_.text(), messages::reserved_eddl_keyword}));
+        return std::string(current_.text());
     case METHOD_KEYWORD:
-        if (warn) warning(current_.text() + std::string(messages::reserved_method_keyword));
-        return current_.text();
+        if (warn) warning(concat({current_.text(), messages::reserved_method_keyword}));
+        return std::string(current_.text());
     case RESERVED_WORD:
-        if (warn) warning(current_.text() + std::string(messages::reserved_keyword));
-        return current_.text();
-    default: error(std::string(messages::expected_identifier_but_got) + current_.text()); return std::string();
+        if (warn) warning(concat({current_.text(), messages::reserved_keyword}));
+        return std::string(current_.text());
+    default: error(concat({messages::expected_identifier_but_got, current_.text()})); return std::string();
     }
 }
 

@@ -27,6 +27,9 @@ public:
 protected:
     const Token& current() const { return current_; }
     const Token& lookahead() const { return lookahead_; }
+    // Moves the current token's text out, for a caller that keeps the token; the position
+    // stays for messages until the next advance.
+    Token take_current() { return std::move(current_); }
     std::ostream& diagnostics() const { return diagnostics_; }
 
     // Moves on by one significant token; blanks, line ends, comments and ERROR tokens are

@@ -91,4 +91,21 @@ Description resolve_like_items(const Description& parsed, std::ostream& diagnost
     return result;
 }
 
+Description resolve_like_items(Description&& parsed, std::ostream& diagnostics) {
+    // The LIKE items first, in table order (which is the order of the reports): they read
+    // their bases from the parsed table. Then every item moves over.
+    std::vector<Item> resolved;
+    {
+        Resolver resolver(parsed.items, diagnostics);
+        for (const Item& item : parsed.items.items())
+            if (item.has_parent()) resolved.push_back(resolver.resolve(item));
+    }
+    Description result;
+    result.identification = std::move(parsed.identification);
+    auto next_resolved = resolved.begin();
+    for (Item& item : parsed.items.release())
+        result.items.insert(item.has_parent() ? std::move(*next_resolved++) : std::move(item));
+    return result;
+}
+
 }  // namespace edd

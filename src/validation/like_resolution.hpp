@@ -12,5 +12,7 @@ namespace edd {
 // base's type when the item named none). An undefined base or a cycle of bases is reported
 // on `diagnostics` and leaves the item as parsed.
 Description resolve_like_items(const Description& parsed, std::ostream& diagnostics);
+// The same, taking the parsed description apart instead of copying its items.
+Description resolve_like_items(Description&& parsed, std::ostream& diagnostics);
 
 }  // namespace edd

@@ -46,20 +46,23 @@ bool is_forbidden_sequence(std::string_view sequence) {
     return sequence == "\xEF\xBF\xBE" || sequence == "\xEF\xBF\xBF";
 }
 
+// Plain runs are copied in one call; only the characters to replace are looked at one by one.
 std::string clean_utf8(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size());
+    std::size_t run = 0;
     for (std::size_t i = 0; i < bytes.size();) {
         const std::size_t length = well_formed_length(bytes, i);
         const std::string_view sequence = bytes.substr(i, length);
         if ((length == 1 && is_forbidden_control(static_cast<unsigned char>(sequence[0]))) ||
             is_forbidden_sequence(sequence)) {
+            out.append(bytes.substr(run, i - run));
             out += replacement;
-        } else {
-            out += sequence;
+            run = i + length;
         }
         i += length;
     }
+    out.append(bytes.substr(run));
     return out;
 }
 
@@ -91,7 +94,16 @@ bool is_well_formed_utf8(std::string_view bytes) {
     return true;
 }
 
+bool is_plain_document_text(std::string_view bytes) {
+    for (char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x80 || is_forbidden_control(byte)) return false;
+    }
+    return true;
+}
+
 std::string to_document_text(std::string_view bytes) {
+    if (is_plain_document_text(bytes)) return std::string(bytes);
     return is_well_formed_utf8(bytes) ? clean_utf8(bytes) : latin1_to_utf8(bytes);
 }
 

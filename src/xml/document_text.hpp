@@ -12,6 +12,10 @@ namespace edd {
 // U+FFFD.
 std::string to_document_text(std::string_view bytes);
 
+// True when to_document_text would return the bytes unchanged because they are ASCII with
+// no forbidden control; callers may then skip the copy.
+bool is_plain_document_text(std::string_view bytes);
+
 // True for strict UTF-8: shortest forms only, no surrogates, nothing above U+10FFFF.
 bool is_well_formed_utf8(std::string_view bytes);
 

@@ -18,6 +18,9 @@ public:
     // Throws std::logic_error when the name is not an XML name: the document refuses it
     // and the build stops, rather than writing a tag no parser would read.
     DomElement append_element(std::string_view name);
+    // An element that stays on this element's line in an indented document: empty texts on
+    // both sides of it stand where line breaks would go.
+    DomElement append_inline_element(std::string_view name);
     // Always adds a text node, an empty one included, so the element never collapses to <x/>.
     void append_text(std::string_view text);
     void set_attribute(std::string_view name, std::string_view value);
@@ -31,10 +34,16 @@ private:
     pugi::xml_node node_;
 };
 
+// How the document is serialised. `as_built` writes exactly the nodes that were added, layout
+// included. `indented` puts every element on a line of its own, four blanks per level of
+// depth, except next to a text node: there the text decides and nothing is added, so an
+// element with text stays on one line and a text node keeps its neighbours on its line.
+enum class DomLayout { as_built, indented };
+
 class DomDocument {
 public:
     // The declaration and a line end after it.
-    DomDocument();
+    explicit DomDocument(DomLayout layout = DomLayout::as_built);
     DomDocument(const DomDocument&) = delete;
     DomDocument& operator=(const DomDocument&) = delete;
 
@@ -48,6 +57,7 @@ public:
 
 private:
     pugi::xml_document document_;
+    DomLayout layout_;
 };
 
 }  // namespace edd

@@ -54,11 +54,11 @@ std::optional<std::string> read_related_file(const std::string& directory, const
 
 }  // namespace
 
-XML_Writer::XML_Writer(const Description& description, std::vector<std::string> include_paths, std::ostream& errors)
-    : description_(description), include_paths_(std::move(include_paths)), errors_(errors) {}
+XML_Writer::XML_Writer(Description description, std::vector<std::string> include_paths, std::ostream& errors)
+    : description_(std::move(description)), include_paths_(std::move(include_paths)), errors_(errors) {}
 
-XML_Writer::XML_Writer(const Description& description, std::ostream& errors)
-    : XML_Writer(description, std::vector<std::string>{std::string()}, errors) {}
+XML_Writer::XML_Writer(Description description, std::ostream& errors)
+    : XML_Writer(std::move(description), std::vector<std::string>{std::string()}, errors) {}
 
 void XML_Writer::build(bool force) {
     if (built_ && !force) return;
@@ -79,8 +79,7 @@ void XML_Writer::build(bool force) {
     for (const Item* item : items) write_object(description, *item);
     close_block(description);
 
-    --depth_;
-    root.indent(depth_);
+    close_block(root);
     built_ = true;
 }
 
@@ -106,10 +105,7 @@ void XML_Writer::check_built() const {
     if (!built_) throw std::logic_error(std::string(messages::document_not_built));
 }
 
-DomElement XML_Writer::append(DomElement parent, std::string_view name) {
-    parent.indent(depth_);
-    return parent.append_element(name);
-}
+DomElement XML_Writer::append(DomElement parent, std::string_view name) { return parent.append_element(name); }
 
 DomElement XML_Writer::open_block(DomElement parent, std::string_view name) {
     DomElement element = append(parent, name);
@@ -119,7 +115,8 @@ DomElement XML_Writer::open_block(DomElement parent, std::string_view name) {
 
 void XML_Writer::close_block(DomElement element) {
     --depth_;
-    element.indent(depth_);
+    // Written as it stands, an element without content would close itself (<x/>).
+    if (!element.node().first_child()) element.indent(depth_);
 }
 
 void XML_Writer::write_string_text(DomElement string, const std::string& text) {
@@ -136,9 +133,9 @@ void XML_Writer::write_used_dictionary_keys(DomElement root) {
         DomElement entry = append(used, "DICTIONARY_KEY");
         entry.set_attribute("id", key);
         if (!dictionary_.contains(key)) continue;
-        // Key, dictionary string and text stay on one line: no indentation inside.
+        // Key, dictionary string and text stay on one line.
         const std::string& text = dictionary_.text(key);
-        write_string_text(entry.append_element("DICTIONARY_STRING").append_element("string"), text);
+        write_string_text(entry.append_inline_element("DICTIONARY_STRING").append_inline_element("string"), text);
     }
     close_block(used);
 }

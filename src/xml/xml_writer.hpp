@@ -24,10 +24,13 @@ class XML_Writer {
 public:
     // Image files are looked for next to the file defining the image, then under each
     // include path in order.
-    XML_Writer(const Description& description, std::vector<std::string> include_paths,
+    // The writer keeps its own description: pass one with std::move when it is not needed after.
+    XML_Writer(Description description, std::vector<std::string> include_paths,
                std::ostream& errors = std::cerr);
     // The include paths are one empty string: the second look is at "/" + path.
-    explicit XML_Writer(const Description& description, std::ostream& errors = std::cerr);
+    explicit XML_Writer(Description description, std::ostream& errors = std::cerr);
+
+    const Description& description() const { return description_; }
 
     void set_dictionary(const Dictionary& dictionary) { dictionary_ = dictionary; }
     // Builds the document once; again only when forced. Throws what the mapping throws
@@ -43,10 +46,10 @@ public:
 
 private:
     void check_built() const;
-    // An element after an indentation step on its parent at the current depth.
+    // An element on a line of its own; the document indents it by its depth when written.
     DomElement append(DomElement parent, std::string_view name);
-    // The same for an element with content: the content is one level deeper, and
-    // close_block puts the closing tag on its own line in line with the opening one.
+    // The same for an element with content, one level deeper; close_block puts the closing
+    // tag on its own line in line with the opening one, even when the content is empty.
     DomElement open_block(DomElement parent, std::string_view name);
     void close_block(DomElement element);
     // The text of a "string" element, with xml:space="preserve" when it starts or ends with a blank.
@@ -73,7 +76,7 @@ private:
     std::ostream& errors_;
     std::int32_t depth_ = 0;
     bool built_ = false;
-    DomDocument document_;
+    DomDocument document_{DomLayout::indented};
     Dictionary dictionary_;
 };
 

@@ -56,7 +56,7 @@ LexResult lex(std::string_view text) {
     for (int i = 0; i < 10'000; ++i) {
         const Token token = lexer.next_token();
         if (token.is(END_OF_FILE)) break;
-        result.tokens.push_back({token.kind(), token.text(), token.line()});
+        result.tokens.push_back({token.kind(), std::string(token.text()), token.line()});
     }
     result.diagnostics = diag.str();
     return result;
@@ -358,7 +358,7 @@ TEST(Lexer, ReadsFromStreamLikeFromText) {
     Lexer lexer(input, "name.ddl", diag);
     std::vector<Lexed> tokens;
     for (Token token = lexer.next_token(); !token.is(END_OF_FILE); token = lexer.next_token()) {
-        tokens.push_back({token.kind(), token.text(), token.line()});
+        tokens.push_back({token.kind(), std::string(token.text()), token.line()});
     }
     const std::vector<Lexed> expected = {{ID, "a", 1},    {WS, " ", 1},         {CMT, "/* x\n*/", 1}, {WS, " ", 2},
                                          {INT, "0x1Fu", 2}, {NL, "\n", 2}, {STR, "s", 3}};

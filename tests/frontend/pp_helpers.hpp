@@ -67,7 +67,7 @@ struct Preprocessed {
     std::vector<std::string> spellings() const {
         std::vector<std::string> out;
         out.reserve(tokens.size());
-        for (const Token& t : tokens) out.push_back(t.text());
+        for (const Token& t : tokens) out.emplace_back(t.text());
         return out;
     }
 };

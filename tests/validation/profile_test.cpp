@@ -93,7 +93,7 @@ protected:
     }
     std::string path(const std::string& relative) const { return (root_ / relative).string(); }
 
-    const HartProfile hart_;
+    const HartProfile hart_{};
     const Identification device_ = identification("0x26", "7", "1", "2");  // 26/07/0102/
     const fs::path original_directory_ = fs::current_path();
     fs::path root_;

@@ -1,0 +1,26 @@
+// The parser over in-memory sources, through the preprocessor as the converter runs it.
+// parse() must return whatever the input; the text dump walks every parsed value.
+#include <cstddef>
+#include <cstdint>
+
+#include "frontend/lexer.hpp"
+#include "frontend/preprocessor.hpp"
+#include "fuzz_support.hpp"
+#include "model/item.hpp"
+#include "parser/parser.hpp"
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    edd::fuzz::silence_standard_error();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const edd::fuzz::ScratchDirectory empty;
+    std::ostream& diagnostics = edd::fuzz::null_stream();
+    edd::Lexer lexer(edd::Lexer::FromText{}, edd::fuzz::as_text(data, size), "main.ddl", diagnostics);
+    edd::Preprocessor preprocessor(lexer, {empty.str()}, diagnostics);
+    edd::Parser parser(preprocessor, "main.ddl", edd::fuzz::profile_for(size), {empty.str()}, diagnostics);
+    parser.parse();
+    edd::dump_items(diagnostics, parser.description().items.items());
+    return 0;
+}

@@ -1,0 +1,71 @@
+# Installs the build into a scratch prefix and checks the installed tree: the program runs,
+# the schema (with the file it imports) validates a document, the manual page is there and,
+# when groff or mandoc is at hand, renders without warnings.
+# Variables: BUILD, CONFIG, PREFIX, BINDIR, DATADIR, MANDIR, XMLLINT, DOCUMENT (an example
+# document; the description beside it, with .ddl and .dct, is converted by the installed
+# program and must give that document again).
+file(REMOVE_RECURSE ${PREFIX})
+set(config)
+if(CONFIG)
+  set(config --config ${CONFIG})
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX} ${config}
+                RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "cmake --install failed with status ${status}:\n${output}${errors}")
+endif()
+
+set(program ${PREFIX}/${BINDIR}/tarnwick)
+set(schema ${PREFIX}/${DATADIR}/tarnwick/tarnwick.xsd)
+set(manual ${PREFIX}/${MANDIR}/man1/tarnwick.1)
+foreach(file IN ITEMS ${program} ${schema} ${PREFIX}/${DATADIR}/tarnwick/xml-namespace.xsd ${manual})
+  if(NOT EXISTS ${file} OR IS_DIRECTORY ${file})
+    message(FATAL_ERROR "not installed: ${file}")
+  endif()
+endforeach()
+
+# The installed program runs on its own.
+execute_process(COMMAND ${program} -h RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+if(NOT status EQUAL 1 OR NOT output MATCHES "Usage: tarnwick \\[options\\] file")
+  message(FATAL_ERROR "${program} -h: status ${status}, output:\n${output}${errors}")
+endif()
+get_filename_component(example ${DOCUMENT} NAME_WE)
+get_filename_component(example_dir ${DOCUMENT} DIRECTORY)
+set(converted ${PREFIX}/${example}.xml)
+execute_process(COMMAND ${program} -p HART ${example_dir}/${example}.ddl -d ${example_dir}/${example}.dct -o ${converted}
+                RESULT_VARIABLE status OUTPUT_QUIET ERROR_VARIABLE errors)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "the installed program failed on ${example}.ddl with status ${status}:\n${errors}")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${converted} ${DOCUMENT} RESULT_VARIABLE differs)
+if(differs)
+  message(FATAL_ERROR "the installed program wrote ${converted}, which differs from ${DOCUMENT}")
+endif()
+
+# The installed schema finds what it imports.
+if(NOT XMLLINT)
+  message(FATAL_ERROR "xmllint was not found when the build was configured; install it "
+                      "(Debian package libxml2-utils) and configure again")
+endif()
+execute_process(COMMAND ${XMLLINT} --noout --nonet --schema ${schema} ${converted}
+                RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "the installed schema does not validate ${converted}:\n${output}${errors}")
+endif()
+
+# The manual page renders cleanly, where a formatter is installed.
+find_program(GROFF groff)
+find_program(MANDOC mandoc)
+if(GROFF)
+  execute_process(COMMAND ${GROFF} -man -Tutf8 -ww -z ${manual}
+                  RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+elseif(MANDOC)
+  execute_process(COMMAND ${MANDOC} -Tlint -Wwarning ${manual}
+                  RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+else()
+  message(STATUS "neither groff nor mandoc found; the manual page is not rendered")
+  return()
+endif()
+if(NOT status EQUAL 0 OR NOT errors STREQUAL "" OR NOT output STREQUAL "")
+  message(FATAL_ERROR "${manual} does not render cleanly (status ${status}):\n${output}${errors}")
+endif()
