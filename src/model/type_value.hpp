@@ -1,4 +1,4 @@
-// A type specification (TYPE INTEGER (4) { ... }): name, size, named attributes ordered by
+// A variable or waveform type (TYPE INTEGER (4) { ... }): name, size, named attributes ordered by
 // name, and further values. Copies clone the attributes but share the further values.
 #pragma once
 
