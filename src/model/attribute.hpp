@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,25 +16,30 @@ class Attribute {
 public:
     Attribute();
     Attribute(std::string name, ValuePtr value);
-    Attribute(std::string name, const Value& value) : name_(std::move(name)), value_(value.clone()) {}
+    Attribute(std::string name, const Value& value);
     Attribute(const Attribute& other);
     Attribute& operator=(const Attribute& other);
-    Attribute(Attribute&&) noexcept = default;
-    Attribute& operator=(Attribute&&) noexcept = default;
+    Attribute(Attribute&& other) noexcept;
+    Attribute& operator=(Attribute&& other) noexcept;
     virtual ~Attribute() = default;
 
-    const std::string& name() const { return name_; }
+    const std::string& name() const { return *name_; }
     const ValuePtr& value() const { return value_; }
     // Nothing sets these: they read as empty and 0, and take no room in the many attributes.
     const std::string& extra_text() const;
     std::uint32_t extra_number() const { return 0; }
 
     friend bool operator==(const Attribute& a, const Attribute& b) {
-        return a.name_ == b.name_ && *a.value_ == *b.value_;
+        return a.name() == b.name() && *a.value_ == *b.value_;
     }
 
 private:
-    std::string name_ = "NULL";
+    void set_name(std::string name);
+
+    // The grammar's own names are held once for all attributes (see attribute.cpp) and
+    // pointed to; any other name is held by the attribute itself.
+    const std::string* name_;
+    std::unique_ptr<std::string> own_name_;
     ValuePtr value_;
 };
 

@@ -165,6 +165,29 @@ TEST(ValueOwnership, SettersAndConstructorsStoreAClone) {
     }
 }
 
+// A handle handed over that nothing else holds is kept as it is: no one could tell a copy
+// apart. A handle shared with someone else gets a clone all the same.
+TEST(ValueOwnership, ASoleHandleHandedOverIsKeptWithoutACopy) {
+    auto list = make_value<ValueList>();
+    Item item(ItemType::MENU, "m");
+    ValuePtr fresh = list_of(ident("a"));
+    const Value* fresh_object = fresh.get();
+    as_list(list).add(std::move(fresh));
+    EXPECT_EQ(as_list(list).get(0).get(), fresh_object);
+    fresh = list_of(ident("b"));
+    fresh_object = fresh.get();
+    item.set_attribute(AttributeId::ITEMS, std::move(fresh));
+    EXPECT_EQ(item.attribute(AttributeId::ITEMS).get(), fresh_object);
+
+    const ValuePtr kept = list_of(ident("c"));
+    ValuePtr shared = kept;
+    as_list(list).add(std::move(shared));
+    EXPECT_NE(as_list(list).get(1).get(), kept.get());
+    shared = kept;
+    item.set_attribute(AttributeId::ITEMS, std::move(shared));
+    EXPECT_NE(item.attribute(AttributeId::ITEMS).get(), kept.get());
+}
+
 // The attribute handed in is a holder of its own: its value must not be shared either.
 TEST(ValueOwnership, AttributesAreStoredWithACloneOfTheirValue) {
     const Attribute attribute("MIN_VALUE", list_of(integer("0")));
