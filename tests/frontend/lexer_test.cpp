@@ -92,6 +92,27 @@ TEST(Lexer, BlanksAndLineEnds) {
     });
 }
 
+// How the preprocessor reads its lexers: a run of blanks is one token. Line ends, line
+// continuations and any other character end a run.
+TEST(Lexer, BlankRunsAreOneTokenWhenAsked) {
+    const std::pair<std::string_view, std::vector<Lexed>> cases[] = {
+        {"\t\v  x \r\n  y",
+         {{WS, "\t\v  ", 1}, {ID, "x", 1}, {WS, " \r", 1}, {NL, "\n", 1}, {WS, "  ", 2}, {ID, "y", 2}}},
+        {"a \\\n b", {{ID, "a", 1}, {WS, " ", 1}, {WS, " ", 2}, {ID, "b", 2}}},
+        {" \f ", {{WS, " ", 1}, {UNDEF, "\f", 1}, {WS, " ", 1}}},
+    };
+    for (const auto& [input, expected] : cases) {
+        SCOPED_TRACE(escaped(input));
+        std::ostringstream diag;
+        Lexer lexer = Lexer::from_text(std::string(input), "name.ddl", diag);
+        lexer.set_blank_runs(true);
+        std::vector<Lexed> tokens;
+        for (Token token = lexer.next_token(); !token.is(END_OF_FILE); token = lexer.next_token())
+            tokens.push_back({token.kind(), std::string(token.text()), token.line()});
+        EXPECT_EQ(tokens, expected);
+    }
+}
+
 TEST(Lexer, SkipsByteOrderMarkAtStartOnly) {
     check_cases({
         {"\xEF\xBB\xBF" "a", {{ID, "a", 1}}},

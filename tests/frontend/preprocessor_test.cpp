@@ -89,6 +89,13 @@ TEST(PreprocessorMacros, RescanBodiesWhenReadAndWhenDefined) {
     });
 }
 
+TEST(PreprocessorMacros, StringifyGivesOneBlankPerBlankCharacter) {
+    run_cases({
+        // Blanks are read in runs, comments count as one blank each.
+        {"#define S(a) #a\nS(a  \t b /* c */ d)", {"\"a    b   d\""}, ""},
+    });
+}
+
 TEST(PreprocessorMacros, RecursiveMacrosTerminate) {
     run_cases({
         {"#define A A\nA", {"A"}, ""},

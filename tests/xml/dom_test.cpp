@@ -61,6 +61,37 @@ TEST(DomElement, SerialisesContentExactly) {
     }
 }
 
+// The writer's layout: elements on lines of their own by depth, except beside a text.
+TEST(DomDocument, IndentedLayoutPutsElementsOnLinesOfTheirOwn) {
+    struct Case {
+        const char* name;
+        void (*fill)(DomElement);
+        std::string_view expected;
+    };
+    const Case cases[] = {
+        {"children one level deeper, closing tags in line with opening ones",
+         [](DomElement r) {
+             r.append_element("a").append_element("b");
+             r.append_element("c");
+         },
+         "<r>\n    <a>\n        <b/>\n    </a>\n    <c/>\n</r>"},
+        {"an element with text stays on one line", [](DomElement r) { r.append_element("s").append_text("x"); },
+         "<r>\n    <s>x</s>\n</r>"},
+        {"inline elements stay on their parent's line",
+         [](DomElement r) { r.append_element("k").append_inline_element("d").append_inline_element("s").append_text("t"); },
+         "<r>\n    <k><d><s>t</s></d></k>\n</r>"},
+        {"indentation text keeps an element without children open",
+         [](DomElement r) { r.append_element("e").indent(1); }, "<r>\n    <e>\n    </e>\n</r>"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        DomDocument document(DomLayout::indented);
+        c.fill(document.create_root_element("r"));
+        EXPECT_EQ(document.xml(), std::string(declaration) + std::string(c.expected) + "\n");
+        expect_well_formed(document.xml());
+    }
+}
+
 TEST(DomElement, IndentsDeepLevelsWithOneNodePerLevel) {
     DomDocument document;
     DomElement root = document.create_root_element("r");
