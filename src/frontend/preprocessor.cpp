@@ -226,6 +226,7 @@ void Preprocessor::define_macro() {
         return;
     }
     macros_.add(std::move(macro));
+    ++macro_version_;
 }
 
 // parameters : name { ',' name }
@@ -255,6 +256,18 @@ void Preprocessor::undefine_macro() {
     macros_.remove(name.text());
 }
 
+// What a branch keeps. The kept tokens of a nested conditional are read once more by the
+// branch around it, and so on outwards; most tokens read back as themselves, and those
+// are taken over whole instead (reading them again at every level would cost depth times
+// size). `settled` counts the leading tokens known to read back as themselves while the
+// macro definitions are those of `version`.
+struct Preprocessor::KeptTokens {
+    std::deque<Token> tokens;
+    bool drop = false;
+    std::size_t settled = 0;
+    std::uint64_t version = 0;
+};
+
 // conditional : ( 'if' token | 'ifdef' identifier | 'ifndef' identifier ) NEWLINE
 //               { token } [ '#' 'else' NEWLINE { token } ] '#' 'endif'
 // Both branches are read eagerly; the kept one is delivered afterwards, from the pending
@@ -270,25 +283,77 @@ void Preprocessor::conditional(std::string_view directive) {
         condition = macros_.contains(operand.text()) == (directive == "ifdef");
     }
     skip_rest_of_line(operand);
-    std::vector<Token> kept;
-    Token end = collect_branch(!condition, &kept);
+    KeptTokens kept;
+    kept.version = macro_version_;
+    Token end = collect_branch(!condition, kept);
     if (end.text() == "else") {
         skip_rest_of_line(end);
-        collect_branch(condition, &kept);
+        collect_branch(condition, kept);
     }
-    pending_.insert(pending_.begin(), std::make_move_iterator(kept.begin()), std::make_move_iterator(kept.end()));
+    // Inside another branch, the tokens would be read next by that branch: when reading
+    // them changes nothing, it gets them as they are, and the position they would leave.
+    if (!collecting_.empty() && settle(kept)) {
+        if (!kept.tokens.empty()) take_position(kept.tokens.back());
+        KeptTokens& outer = *collecting_.back();
+        if (!outer.drop) take_over(outer, std::move(kept));
+        return;
+    }
+    pending_.insert(pending_.begin(), std::make_move_iterator(kept.tokens.begin()),
+                    std::make_move_iterator(kept.tokens.end()));
 }
 
 // Reads one branch up to its "else" or "endif"; a dropped branch is read with the skipping
 // flag set, so that its defines and includes take no effect.
-Token Preprocessor::collect_branch(bool drop, std::vector<Token>* kept) {
+Token Preprocessor::collect_branch(bool drop, KeptTokens& kept) {
     SkippingScope scope(skipping_, skipping_ || drop);
+    kept.drop = drop;
+    collecting_.push_back(&kept);
+    struct Pop {
+        std::vector<KeptTokens*>& stack;
+        ~Pop() { stack.pop_back(); }
+    } pop{collecting_};
     for (;;) {
         Token token = next_token();
         if (token.is(PREPROCESSOR_SWITCH) && (token.text() == "else" || token.text() == "endif")) return token;
         if (token.is(END_OF_FILE)) fail(messages::eof_in_conditional);
-        if (!drop) kept->push_back(std::move(token));
+        if (!drop) keep(kept, std::move(token));
     }
+}
+
+// True when delivering the token again would give the token itself and do nothing else.
+bool Preprocessor::reads_back(const Token& token) const {
+    if (token.is(IDENTIFIER)) return !macros_.contains(token.text());
+    return !token.is(PREPROCESSOR_SWITCH) && !token.is(EXPANSION_END);
+}
+
+// Whether every kept token reads back as itself under the macros defined now.
+bool Preprocessor::settle(KeptTokens& kept) const {
+    if (kept.version != macro_version_) {
+        kept.settled = 0;
+        kept.version = macro_version_;
+    }
+    while (kept.settled < kept.tokens.size() && reads_back(kept.tokens[kept.settled])) ++kept.settled;
+    return kept.settled == kept.tokens.size();
+}
+
+void Preprocessor::keep(KeptTokens& kept, Token token) const {
+    if (kept.settled == kept.tokens.size() && kept.version == macro_version_ && reads_back(token)) ++kept.settled;
+    kept.tokens.push_back(std::move(token));
+}
+
+// Appends a settled `inner`, moving the shorter of the two sequences, so that no token is
+// moved more than a logarithmic number of times however the branches nest.
+void Preprocessor::take_over(KeptTokens& outer, KeptTokens&& inner) const {
+    const bool all_settled = outer.settled == outer.tokens.size() && outer.version == macro_version_;
+    if (outer.tokens.size() < inner.tokens.size()) {
+        inner.tokens.insert(inner.tokens.begin(), std::make_move_iterator(outer.tokens.begin()),
+                            std::make_move_iterator(outer.tokens.end()));
+        outer.tokens = std::move(inner.tokens);
+    } else {
+        outer.tokens.insert(outer.tokens.end(), std::make_move_iterator(inner.tokens.begin()),
+                            std::make_move_iterator(inner.tokens.end()));
+    }
+    if (all_settled) outer.settled = outer.tokens.size();
 }
 
 // include : 'include' string

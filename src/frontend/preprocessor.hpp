@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -35,7 +36,7 @@ public:
     // Macro expansion produces at most max_expansion_tokens in all, plus the allowance for
     // every token read from a file: time and memory stay linear in the input, whatever the
     // macros do, and real descriptions stay far below either figure. Conditionals and macro
-    // calls inside arguments are read recursively, a kept branch once per level.
+    // calls inside arguments are read recursively, so their nesting is bounded too.
 #ifndef FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION
     static constexpr std::size_t max_expansion_tokens = std::size_t{1} << 18;
     static constexpr std::size_t expansion_tokens_per_source_token = 64;
@@ -57,7 +58,12 @@ private:
     std::vector<std::string> read_parameters();
     void undefine_macro();
     void conditional(std::string_view directive);
-    Token collect_branch(bool drop, std::vector<Token>* kept);
+    struct KeptTokens;
+    Token collect_branch(bool drop, KeptTokens& kept);
+    bool reads_back(const Token& token) const;
+    bool settle(KeptTokens& kept) const;
+    void keep(KeptTokens& kept, Token token) const;
+    void take_over(KeptTokens& outer, KeptTokens&& inner) const;
     void include_file();
 
     bool expand(const Token& name, bool apply_operators);
@@ -90,6 +96,10 @@ private:
     std::vector<std::string> include_paths_;
     std::vector<std::unique_ptr<Lexer>> includes_;
     bool skipping_ = false;
+    // The branches being collected, innermost last.
+    std::vector<KeptTokens*> collecting_;
+    // Counts definitions: what was found about the macro names in a text holds while it stays.
+    std::uint64_t macro_version_ = 0;
     std::size_t nesting_ = 0;
     // Macros whose expansion is still being read; they do not expand again meanwhile.
     struct NameHash {

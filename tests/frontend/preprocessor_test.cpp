@@ -170,6 +170,23 @@ TEST(PreprocessorConditionals, KeepOnlyTheTakenBranch) {
     });
 }
 
+// The kept tokens of a nested conditional are delivered again by every branch around it,
+// under the macros defined at that moment: a macro naming itself grows once per level, and
+// a name defined after it was read is expanded by the enclosing branch.
+TEST(PreprocessorConditionals, NestedKeptTokensAreReadAgainAtEveryLevel) {
+    run_cases({
+        {"#define A A x\n#if 1\n#if 1\n#if 1\nA\n#endif\n#endif\n#endif", {"A", "x", "x", "x", "x"}, ""},
+        {"#if 1\n#if 1\nX\n#endif\n#define X 5\n#endif", {"5"}, ""},
+        {"#if 1\n#if 1\nX\n#define X 5\n#endif\nX\n#endif", {"5", "5"}, ""},
+        {"#if 1\na\n#if 1\nb c d\n#endif\ne\n#if 1\n#if 1\nf\n#endif\n#endif\n#endif", {"a", "b", "c", "d", "e", "f"}, ""},
+        {"#if 0\n#if 1\na\n#endif\n#endif\nb", {"b"}, ""},
+        // A function-like name is looked at again too: the line end keeps it from its "(".
+        {"#define F(a) [a]\n#if 1\n#if 1\nF\n#endif\n(1)\n#endif", {"F", "(", "1", ")"}, ""},
+        {"#define F(a) [a]\n#if 1\n#if 1\nF\n#endif\n#endif\n(1)", {"F", "(", "1", ")"}, ""},
+        {"#define F(a) [a]\n#if 1\n#if 1\nF\n#endif (1)\n#endif", {"F", "(", "1", ")"}, ""},
+    });
+}
+
 TEST(PreprocessorConditionals, DroppedBranchesDefineAndIncludeNothing) {
     run_cases({
         {"#if 0\n#define A 1\n#endif\nA", {"A"}, ""},

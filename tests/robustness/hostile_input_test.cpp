@@ -4,6 +4,7 @@
 // inputs are generated here; ctest's time limit bounds every run, the sanitizer build's too.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
@@ -18,6 +19,7 @@
 
 #include "driver/driver.hpp"
 #include "driver/exit_status.hpp"
+#include "frontend/preprocessor.hpp"
 #include "frontend/pp_helpers.hpp"
 #include "xml/document_text.hpp"
 
@@ -123,6 +125,30 @@ TEST_F(HostileInput, NestingOutsideTheGrammarIsBoundedToo) {
     EXPECT_EQ(calls.status, exit_status::parse_failed);
     EXPECT_TRUE(calls.diagnostics.starts_with(error_at("main.ddl", 3) + "Nesting too deep.\n"))
         << calls.diagnostics.substr(0, 300);
+}
+
+// Conditionals nested up to the guard around a large body: each level delivers its kept
+// tokens again, which must not mean reading the body once per level (that took seconds).
+TEST_F(HostileInput, DeepConditionalsAroundALargeBodyStayFast) {
+    const std::size_t depth = Preprocessor::max_nesting - 6;
+    std::string body;
+    for (int i = 0; i < 20'000; ++i)
+        body += "VARIABLE v" + std::to_string(i) + " { LABEL \"x\"; CLASS CONTAINED; TYPE INTEGER; }\n";
+    std::string plain;
+    std::string defining;  // a definition on every level: the body is looked at again
+    for (std::size_t i = 0; i < depth; ++i) {
+        plain += "#if 1\n";
+        defining += "#if 1\n#define D" + std::to_string(i) + "\n";
+    }
+    for (const std::string& levels : {plain, defining}) {
+        const auto start = std::chrono::steady_clock::now();
+        const Conversion result = convert(std::string(header) + levels + body + repeat("#endif\n", depth));
+        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+        EXPECT_EQ(result.status, exit_status::success);
+        EXPECT_EQ(result.diagnostics, "");
+        // Generous for a loaded machine and a sanitizer build; the slow way took far longer.
+        EXPECT_LT(elapsed.count(), 10.0);
+    }
 }
 
 // However the files include one another, reading stops at the first include beyond the
