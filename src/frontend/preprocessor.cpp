@@ -365,13 +365,17 @@ void Preprocessor::include_file() {
     if (skipping_) return;
     if (includes_.size() >= max_include_depth) {
         // Reading goes on in the main file: a file that includes itself twice would
-        // otherwise be read again below every level, exponentially often.
+        // otherwise be read again below every level, exponentially often. The files of the
+        // runaway chain are remembered, so that a later include of one of them fails at
+        // once instead of running down the whole chain again.
+        for (const auto& open : includes_) runaway_files_.insert(open->file_name());
         includes_.clear();
         fail(messages::include_too_deep);
     }
     for (const std::string& path : include_paths_) {
         std::string candidate = path + "/";
         candidate += name.text();
+        if (runaway_files_.contains(candidate)) fail(messages::include_too_deep);
         if (auto text = read_file(candidate)) {
             includes_.push_back(std::make_unique<Lexer>(Lexer::FromText{}, std::move(*text), candidate, diagnostics_));
             includes_.back()->set_blank_runs(true);

@@ -35,19 +35,11 @@ public:
     static constexpr std::size_t max_include_depth = 200;
     // Macro expansion produces at most max_expansion_tokens in all, plus the allowance for
     // every token read from a file: time and memory stay linear in the input, whatever the
-    // macros do, and real descriptions stay far below either figure. Conditionals and macro
-    // calls inside arguments are read recursively, so their nesting is bounded too.
-#ifndef FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION
+    // macros do, and real descriptions stay far below either figure.
     static constexpr std::size_t max_expansion_tokens = std::size_t{1} << 18;
     static constexpr std::size_t expansion_tokens_per_source_token = 64;
+    // Conditionals and macro calls inside arguments are read recursively.
     static constexpr std::size_t max_nesting = 256;
-#else
-    // Instrumented fuzzing builds run some twenty times slower: smaller figures keep each
-    // input within the fuzzer's one-second limit, and the guards are reached more often.
-    static constexpr std::size_t max_expansion_tokens = std::size_t{1} << 14;
-    static constexpr std::size_t expansion_tokens_per_source_token = 8;
-    static constexpr std::size_t max_nesting = 64;
-#endif
 
 private:
     using Arguments = std::vector<std::vector<Token>>;
@@ -95,6 +87,7 @@ private:
     std::deque<Token> pending_;
     std::vector<std::string> include_paths_;
     std::vector<std::unique_ptr<Lexer>> includes_;
+    std::unordered_set<std::string> runaway_files_;
     bool skipping_ = false;
     // The branches being collected, innermost last.
     std::vector<KeptTokens*> collecting_;

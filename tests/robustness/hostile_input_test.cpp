@@ -165,6 +165,19 @@ TEST_F(HostileInput, IncludeCyclesStopAtTheNestingGuard) {
     EXPECT_EQ(mutual.status, exit_status::parse_failed);
     EXPECT_EQ(mutual.diagnostics, error_at("b.h", 1) + "Include nesting too deep.\n");
 
+    // A file that ran past the guard is not read down the chain again: a later include of
+    // it fails at once (inside a conditional, read eagerly, this took half a minute).
+    const auto start = std::chrono::steady_clock::now();
+    const Conversion again = convert("#if 1\n" + std::string(item) + repeat("#include \"main.ddl\"\n", 200) + "#endif\n");
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(elapsed.count(), 10.0);
+    std::size_t count = 0;
+    for (std::size_t at = again.diagnostics.find("Include nesting too deep."); at != std::string::npos;
+         at = again.diagnostics.find("Include nesting too deep.", at + 1))
+        ++count;
+    EXPECT_EQ(count, 200u);
+    EXPECT_EQ(again.status, exit_status::parse_failed);
+
     // Every nested copy stops at its first line, so the text after it is read once.
     const Conversion main_itself = convert("#include \"main.ddl\"\n" + std::string(header) + std::string(item));
     EXPECT_EQ(main_itself.status, exit_status::parse_failed);
