@@ -262,10 +262,12 @@ void Preprocessor::undefine_macro() {
 // size). `settled` counts the leading tokens known to read back as themselves while the
 // macro definitions are those of `version`.
 struct Preprocessor::KeptTokens {
-    std::deque<Token> tokens;
+    std::vector<Token> tokens;
     bool drop = false;
     std::size_t settled = 0;
     std::uint64_t version = 0;
+    // Only a nested conditional's tokens can be taken over; outermost ones are not checked.
+    bool nested = false;
 };
 
 // conditional : ( 'if' token | 'ifdef' identifier | 'ifndef' identifier ) NEWLINE
@@ -285,6 +287,7 @@ void Preprocessor::conditional(std::string_view directive) {
     skip_rest_of_line(operand);
     KeptTokens kept;
     kept.version = macro_version_;
+    kept.nested = !collecting_.empty();
     Token end = collect_branch(!condition, kept);
     if (end.text() == "else") {
         skip_rest_of_line(end);
@@ -337,12 +340,12 @@ bool Preprocessor::settle(KeptTokens& kept) const {
 }
 
 void Preprocessor::keep(KeptTokens& kept, Token token) const {
-    if (kept.settled == kept.tokens.size() && kept.version == macro_version_ && reads_back(token)) ++kept.settled;
+    if (kept.nested && kept.settled == kept.tokens.size() && kept.version == macro_version_ && reads_back(token)) ++kept.settled;
     kept.tokens.push_back(std::move(token));
 }
 
-// Appends a settled `inner`, moving the shorter of the two sequences, so that no token is
-// moved more than a logarithmic number of times however the branches nest.
+// Appends a settled `inner`. A nested conditional is mostly the bulk of its branch, so an
+// outer branch with fewer tokens so far goes in front of the inner one instead.
 void Preprocessor::take_over(KeptTokens& outer, KeptTokens&& inner) const {
     const bool all_settled = outer.settled == outer.tokens.size() && outer.version == macro_version_;
     if (outer.tokens.size() < inner.tokens.size()) {
