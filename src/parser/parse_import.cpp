@@ -97,12 +97,14 @@ ItemTable Parser::parse_imported_file(const std::string& name, const std::string
         fatal(format_message(messages::import_cycle, {name}));
     // Each imported file is parsed one level deeper on the stack.
     if (import_chain_->size() > max_import_depth) fatal(messages::nesting_too_deep);
+    if (++*imports_converted_ > max_imports) fatal(messages::nesting_too_deep);
     std::optional<std::string> text = read_file(path);
     if (!text) fatal(format_message(messages::import_not_found, {path}));
     Lexer lexer(Lexer::FromText{}, std::move(*text), path, diagnostics());
     Preprocessor preprocessor(lexer, include_paths_, diagnostics());
     Parser nested(preprocessor, path, profile_, include_paths_, diagnostics());
     nested.import_chain_ = import_chain_;
+    nested.imports_converted_ = imports_converted_;
     import_chain_->push_back(canonical);
     const bool parsed = nested.parse();
     import_chain_->pop_back();

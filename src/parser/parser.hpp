@@ -43,6 +43,9 @@ private:
     // ---- IMPORT and REDEFINITIONS (parse_import.cpp) -----------------------------------
     // Imported files open at once, against stack exhaustion: "Nesting too deep." beyond.
     static constexpr std::size_t max_import_depth = 200;
+    // Imported files converted in one run, counting every repetition: files that import
+    // the same file twice, level under level, would otherwise take exponential time.
+    static constexpr std::size_t max_imports = 10'000;
     void parse_import();
     ItemTable parse_imported_file(const std::string& name, const std::string& path);
     std::vector<Item> parse_import_list(const ItemTable& imported);
@@ -152,6 +155,7 @@ private:
     // The files being read, outermost first, as canonical paths; shared with nested parsers
     // so that a file importing itself, directly or not, is caught.
     std::shared_ptr<std::vector<std::string>> import_chain_;
+    std::shared_ptr<std::size_t> imports_converted_ = std::make_shared<std::size_t>(0);
 };
 
 }  // namespace edd

@@ -205,6 +205,30 @@ TEST_F(HostileInput, ImportChainsEndWithACycleOrTheNestingGuard) {
     EXPECT_EQ(chain.diagnostics, error_at("f199.ddl", 2) + "Nesting too deep.\n");
 }
 
+// Files that import the next one twice, level under level: 2^20 conversions without the
+// guard on imported files per run.
+TEST_F(HostileInput, ImportsThatDoubleEndAtTheImportGuard) {
+    constexpr int levels = 20;
+    for (int i = 0; i < levels; ++i) {
+        std::string text(header);
+        if (i + 1 < levels) {
+            const std::string next =
+                std::string("IMPORT \"d").append(std::to_string(i + 1)).append(".ddl\" { EVERYTHING; }\n");
+            text += next;
+            text += next;
+        } else {
+            text += item;
+        }
+        dir_.write(std::string("d").append(std::to_string(i)).append(".ddl"), text);
+    }
+    const auto start = std::chrono::steady_clock::now();
+    const Conversion result = convert(std::string(header) + "IMPORT \"d0.ddl\" { EVERYTHING; }\n");
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(result.status, exit_status::parse_failed);
+    EXPECT_NE(result.diagnostics.find("): error: Nesting too deep.\n"), std::string::npos);
+    EXPECT_LT(elapsed.count(), 20.0);
+}
+
 // Definitions that double one another, and calls that double their argument, stop at the
 // expansion guard within a fraction of a second; macros that name themselves expand once.
 TEST_F(HostileInput, MacroBombsEndWithExpansionTooLarge) {
