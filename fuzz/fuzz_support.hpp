@@ -27,10 +27,12 @@ protected:
     std::streamsize xsputn(const char*, std::streamsize n) override { return n; }
 };
 
+// Never destroyed: std::cerr points to the buffer until the very end of the process, when
+// the standard streams are flushed after the static objects are gone.
 inline std::ostream& null_stream() {
-    static NullBuffer buffer;
-    static std::ostream stream(&buffer);
-    return stream;
+    static NullBuffer* const buffer = new NullBuffer;
+    static std::ostream* const stream = new std::ostream(buffer);
+    return *stream;
 }
 
 // The parser reports faults of its own on standard error; libFuzzer writes through C
