@@ -121,14 +121,22 @@ bool stage_lexer(const StageInput& input, Source& source, double& tokens, Keep&)
     return diagnostics.str().empty();
 }
 
-bool stage_preprocessor(const StageInput& input, Source&, double& tokens, Keep& keep) {
-    std::ostringstream diagnostics;
+// The input file's lexer and the preprocessor over it; both are kept in `keep`. Null when
+// the file cannot be read.
+std::shared_ptr<edd::Preprocessor> open_preprocessor(const StageInput& input, std::ostream& diagnostics, Keep& keep) {
     std::optional<std::string> text = edd::read_file(input.options.input_file);
-    if (!text) return false;
+    if (!text) return nullptr;
     auto lexer = std::make_shared<edd::Lexer>(edd::Lexer::FromText{}, std::move(*text), input.options.input_file,
                                               diagnostics);
     auto preprocessor = std::make_shared<edd::Preprocessor>(*lexer, input.options.include_paths, diagnostics);
     keep = {lexer, preprocessor};
+    return preprocessor;
+}
+
+bool stage_preprocessor(const StageInput& input, Source&, double& tokens, Keep& keep) {
+    std::ostringstream diagnostics;
+    auto preprocessor = open_preprocessor(input, diagnostics, keep);
+    if (!preprocessor) return false;
     std::size_t count = 0;
     for (edd::Token token = preprocessor->next_token(); !token.is(edd::END_OF_FILE);
          token = preprocessor->next_token())
@@ -139,15 +147,12 @@ bool stage_preprocessor(const StageInput& input, Source&, double& tokens, Keep& 
 
 bool stage_parse(const StageInput& input, Source&, double&, Keep& keep) {
     std::ostringstream diagnostics;
-    std::optional<std::string> text = edd::read_file(input.options.input_file);
-    if (!text) return false;
-    auto lexer = std::make_shared<edd::Lexer>(edd::Lexer::FromText{}, std::move(*text), input.options.input_file,
-                                              diagnostics);
-    auto preprocessor = std::make_shared<edd::Preprocessor>(*lexer, input.options.include_paths, diagnostics);
+    auto preprocessor = open_preprocessor(input, diagnostics, keep);
+    if (!preprocessor) return false;
     auto parser = std::make_shared<edd::Parser>(*preprocessor, input.options.input_file,
                                                 edd::select_profile(input.options.profile),
                                                 input.options.include_paths, diagnostics);
-    keep = {lexer, preprocessor, parser};
+    keep.push_back(parser);
     return parser->parse() && diagnostics.str().empty();
 }
 

@@ -295,7 +295,7 @@ void Preprocessor::conditional(std::string_view directive) {
     }
     // Inside another branch, the tokens would be read next by that branch: when reading
     // them changes nothing, it gets them as they are, and the position they would leave.
-    if (!collecting_.empty() && settle(kept)) {
+    if (kept.nested && settle(kept)) {
         if (!kept.tokens.empty()) take_position(kept.tokens.back());
         KeptTokens& outer = *collecting_.back();
         if (!outer.drop) take_over(outer, std::move(kept));
@@ -340,7 +340,8 @@ bool Preprocessor::settle(KeptTokens& kept) const {
 }
 
 void Preprocessor::keep(KeptTokens& kept, Token token) const {
-    if (kept.nested && kept.settled == kept.tokens.size() && kept.version == macro_version_ && reads_back(token)) ++kept.settled;
+    if (kept.nested && kept.settled == kept.tokens.size() && kept.version == macro_version_ && reads_back(token))
+        ++kept.settled;
     kept.tokens.push_back(std::move(token));
 }
 
