@@ -16,11 +16,10 @@ namespace ks = keyword_sets;
 
 namespace {
 
+// The words an enumerated type body reads as value attributes; anything else there starts
+// an enumerator list.
 bool is_value_attribute(std::string_view word) {
-    if (word == "INITIAL_VALUE" || word == "DEFAULT_VALUE" || word == "MIN_VALUE" || word == "MAX_VALUE") return true;
-    // MIN_VALUE0 ... MAX_VALUE9: the numbered ranges of HART descriptions
-    return word.size() == 10 && (word.starts_with("MIN_VALUE") || word.starts_with("MAX_VALUE")) && word[9] >= '0' &&
-           word[9] <= '9';
+    return word == "INITIAL_VALUE" || word == "DEFAULT_VALUE" || word == "MIN_VALUE" || word == "MAX_VALUE";
 }
 
 // Adds a grammar's result to a list, flattening an unnamed list into its entries.
