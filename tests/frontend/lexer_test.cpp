@@ -1,37 +1,28 @@
-// The lexer: source text to the sequence of (kind, text, line), blanks and comments included.
+// The lexer as one table: input -> every token with its kind, text and line, and what it
+// reports. A token prints as kind(text), a punctuator as its text (with "#kind" when that
+// is not its character code); "N:" marks the first token on a new line N.
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <cstdio>
-#include <ostream>
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "frontend/lexer.hpp"
-#include "frontend/token.hpp"
-#include "frontend/token_kind.hpp"
 
 namespace edd {
 namespace {
 
 using namespace std::string_view_literals;
 
-struct Lexed {
-    std::uint32_t kind;
-    std::string text;
-    int line;
-    friend bool operator==(const Lexed&, const Lexed&) = default;
-};
-
 std::string escaped(std::string_view text) {
     std::string out;
-    for (unsigned char c : text) {
-        if (c >= 0x20 && c < 0x7F) {
-            out += static_cast<char>(c);
-        } else {
+    for (const unsigned char c : text) {
+        if (c == '\n') out += "\\n";
+        else if (c == '\r') out += "\\r";
+        else if (c == '\t') out += "\\t";
+        else if (c >= 0x20 && c < 0x7F) out += static_cast<char>(c);
+        else {
             char hex[8];
             std::snprintf(hex, sizeof hex, "\\x%02X", c);
             out += hex;
@@ -40,351 +31,141 @@ std::string escaped(std::string_view text) {
     return out;
 }
 
-void PrintTo(const Lexed& t, std::ostream* os) {
-    *os << kind_to_string(t.kind) << "(" << escaped(t.text) << ")@" << t.line;
+std::string kind_word(const Token& t) {
+    switch (t.kind()) {
+    case IDENTIFIER: return "id";
+    case INTEGER: return "int";
+    case FLOAT: return "float";
+    case STRING: return "str";
+    case EDDL_KEYWORD: return "kw";
+    case METHOD_KEYWORD: return "mkw";
+    case RESERVED_WORD: return "res";
+    case WHITESPACE: return "ws";
+    case NEWLINE: return "nl";
+    case COMMENT: return "cmt";
+    case UNDEFINED: return "undef";
+    case ERROR: return "err";
+    default: return "";
+    }
 }
 
-struct LexResult {
-    std::vector<Lexed> tokens;  // END_OF_FILE not included
-    std::string diagnostics;
-};
-
-LexResult lex(std::string_view text) {
+// Every token up to END_OF_FILE, which must then repeat with the same line.
+std::string lex(std::string_view text, bool blank_runs, std::string& diagnostics) {
     std::ostringstream diag;
     Lexer lexer = Lexer::from_text(std::string(text), "name.ddl", diag);
-    LexResult result;
-    for (int i = 0; i < 10'000; ++i) {
-        const Token token = lexer.next_token();
-        if (token.is(END_OF_FILE)) break;
-        result.tokens.push_back({token.kind(), std::string(token.text()), token.line()});
+    lexer.set_blank_runs(blank_runs);
+    std::string out;
+    int line = 1;
+    for (int i = 0; i < 1000; ++i) {
+        const Token t = lexer.next_token();
+        if (!out.empty()) out += ' ';
+        if (t.line() != line) out += std::to_string(line = t.line()) + ':';
+        EXPECT_EQ(t.file_name(), "name.ddl");
+        if (t.is(END_OF_FILE)) {
+            const Token again = lexer.next_token();
+            EXPECT_TRUE(again.is(END_OF_FILE) && again.line() == line && again.text().empty());
+            diagnostics = diag.str();
+            return out + "eof";
+        }
+        const std::string word = kind_word(t);
+        if (!word.empty()) out += word + '(' + escaped(t.text()) + ')';
+        else if (t.text().size() == 1 && t.kind() == static_cast<unsigned char>(t.text()[0])) out += t.text();
+        else out += escaped(t.text()) + '#' + std::to_string(t.kind());
     }
-    result.diagnostics = diag.str();
-    return result;
+    return out + " (no end)";
 }
 
 struct Case {
     std::string_view input;
-    std::vector<Lexed> tokens;
+    std::string_view tokens;
+    std::string_view diagnostics = "";
 };
 
-// Every case lexes to exactly its tokens and prints nothing.
-void check_cases(const std::vector<Case>& cases) {
-    for (const auto& c : cases) {
+const Case cases[] = {
+    // Blanks and line ends: one token per blank character; CR alone ends no line.
+    {"a\r\nb", "id(a) ws(\\r) nl(\\n) 2:id(b) eof"},
+    {"\t\v  x\n\n", "ws(\\t) ws(\\x0B) ws( ) ws( ) id(x) nl(\\n) 2:nl(\\n) 3:eof"},
+    {"a\rb\f", "id(a) ws(\\r) id(b) undef(\\x0C) eof"},
+    {"", "eof"},
+    // A byte-order mark at the start: each of its bytes, in order, is dropped.
+    {"\xEF\xBB\xBF" "a", "id(a) eof"},
+    {"\xBB\xBF" "a", "id(a) eof"},
+    {"\xEF\xBF" "a", "id(a) eof"},
+    {"\xBF\xBB" "a", "undef(\\xBB) id(a) eof"},
+    {"\xEF\xBB\xBF\xEF" "a", "undef(\\xEF) id(a) eof"},
+    {"a\xEF\xBB\xBF", "id(a) undef(\\xEF) undef(\\xBB) undef(\\xBF) eof"},
+    // Integers in every radix, with up to two suffix letters.
+    {"123 0 0x1F 0X1fu 0xabcdefUL 0x1G", "int(123) ws( ) int(0) ws( ) int(0x1F) ws( ) int(0X1fu) ws( ) "
+                                         "int(0xabcdefUL) ws( ) int(0x1) id(G) eof"},
+    {"10UL 10lu 10ULL 7u+1", "int(10UL) ws( ) int(10lu) ws( ) int(10UL) id(L) ws( ) int(7u) + int(1) eof"},
+    {"017 0170 017u 0179", "int(017) ws( ) int(0170) ws( ) int(017u) ws( ) int(017) int(9) eof"},
+    {"0b101 0B1L 0b12", "int(0b101) ws( ) int(0B1L) ws( ) int(0b1) int(2) eof"},
+    {"09 08 00 12abc", "int(0) int(9) ws( ) int(0) int(8) ws( ) int(0) int(0) ws( ) int(12) id(abc) eof"},
+    // Floating literals; the text always gets its '.'.
+    {"1.5e-3f .5 0.5e2 2e3 2E+3L 5. 1e", "float(1.5e-3f) ws( ) float(.5) ws( ) float(0.5e2) ws( ) float(2.e3) ws( ) "
+                                         "float(2.E+3L) ws( ) float(5.) ws( ) float(1.e) eof"},
+    {"1.2.3 1.5ff 1.x 00.5 0e5", "float(1.2) float(.3) ws( ) float(1.5f) id(f) ws( ) float(1.) id(x) ws( ) int(0) "
+                                 "float(0.5) ws( ) int(0) id(e5) eof"},
+    {"x.y .e3", "id(x) . id(y) ws( ) . id(e3) eof"},
+    // Every punctuator, then longest matches.
+    {"! != # ## % %= & && &= * *= + ++ +=", "! ws( ) !=#518 ws( ) # ws( ) ###769 ws( ) % ws( ) %=#534 ws( ) & ws( ) "
+                                             "&&#519 ws( ) &=#537 ws( ) * ws( ) *=#532 ws( ) + ws( ) ++#521 ws( ) +=#530 eof"},
+    {"- -- -= -> . / /= < << <= <<=", "- ws( ) --#528 ws( ) -=#531 ws( ) ->#592 ws( ) . ws( ) / ws( ) /=#533 ws( ) < "
+                                      "ws( ) <<#513 ws( ) <=#515 ws( ) <<=#535 eof"},
+    {"> >> >= >>= ^ ^= = == | || |= ~", "> ws( ) >>#514 ws( ) >=#516 ws( ) >>=#536 ws( ) ^ ws( ) ^=#544 ws( ) = ws( ) "
+                                        "==#517 ws( ) | ws( ) ||#520 ws( ) |=#545 ws( ) ~ eof"},
+    {"()[]{},:;?", "( ) [ ] { } , : ; ? eof"},
+    {"a< <b <<< <<== >>>= --> ->>", "id(a) < ws( ) < id(b) ws( ) <<#513 < ws( ) <<=#535 = ws( ) >>#514 >=#516 ws( ) "
+                                    "--#528 > ws( ) ->#592 > eof"},
+    {"+++ === ||| ### a##b ~= ...", "++#521 + ws( ) ==#517 = ws( ) ||#520 | ws( ) ###769 # ws( ) id(a) ###769 id(b) "
+                                    "ws( ) ~ = ws( ) . . . eof"},
+    {"<\n=", "< nl(\\n) 2:= eof"},
+    // Comments keep their text; a block comment carries its first line and counts the rest.
+    {"x\n/*\n\n*/y", "id(x) nl(\\n) 2:cmt(/*\\n\\n*/) 4:id(y) eof"},
+    {"/*/x*/ /* a **/b", "cmt(/*/x*/) ws( ) cmt(/* a **/) id(b) eof"},
+    {"/* open\n\n", "cmt(/* open\\n\\n) 3:eof"},
+    {"// hi\r\nx//b", "cmt(// hi\\r) nl(\\n) 2:id(x) cmt(//b) eof"},
+    {"// a /* b\nc */", "cmt(// a /* b) nl(\\n) 2:id(c) ws( ) * / eof"},
+    // Strings: no escape is decoded, an escaped quote does not end one, line ends inside are
+    // not counted, and the end of input ends one.
+    {R"("a\"b" "a\\"b "" "/*x*/")", "str(a\\\"b) ws( ) str(a\\\\) id(b) ws( ) str() ws( ) str(/*x*/) eof"},
+    {"\"a\nb\" c\nd", "str(a\\nb) ws( ) id(c) nl(\\n) 2:id(d) eof"},
+    {"\"open\\\"", "str(open\\\") eof"},
+    // Words: the first keyword set that holds one decides, case-sensitively.
+    {"VARIABLE IF MAX_VALUE7 TRUE", "kw(VARIABLE) ws( ) kw(IF) ws( ) kw(MAX_VALUE7) ws( ) kw(TRUE) eof"},
+    {"if while DD_STRING static volatile", "mkw(if) ws( ) mkw(while) ws( ) mkw(DD_STRING) ws( ) res(static) ws( ) "
+                                           "res(volatile) eof"},
+    {"Variable STATIC VARIABLES_ _x1 a1.b", "id(Variable) ws( ) id(STATIC) ws( ) id(VARIABLES_) ws( ) id(_x1) ws( ) "
+                                            "id(a1) . id(b) eof"},
+    // Other bytes are UNDEFINED tokens; 0xFF ends the input.
+    {"$`@\x7F\x80\xFE", "undef($) undef(`) undef(@) undef(\\x7F) undef(\\x80) undef(\\xFE) eof"},
+    {"a\0b"sv, "id(a) undef(\\x00) id(b) eof"},
+    {"a\xFF" "b\nc", "id(a) eof"},
+    {"\"str\xFF" "ing\"", "str(str) eof"},
+    // A backslash before a line end joins the lines; any other is reported, and everything
+    // up to the next line feed is skipped, each skipped character counting as a line.
+    {"a\\\nb\\\r\nc\\\rd", "id(a) 2:id(b) 3:id(c) 4:id(d) eof"},
+    {"a\\\r\n\r\nb", "id(a) 2:ws(\\r) nl(\\n) 3:id(b) eof"},
+    {"a\\ 0123456789\nb", "id(a) 13:id(b) eof", "name.ddl (1): error: Trailing '\\'.\n"},
+    {"\\ a\n\\ b\nc", "7:id(c) eof", "name.ddl (1): error: Trailing '\\'.\nname.ddl (4): error: Trailing '\\'.\n"},
+    {"a\\", "id(a) eof", "name.ddl (1): error: Trailing '\\'.\n"},
+};
+
+TEST(Lexer, Table) {
+    for (const Case& c : cases) {
         SCOPED_TRACE(escaped(c.input));
-        const LexResult result = lex(c.input);
-        EXPECT_EQ(result.tokens, c.tokens);
-        EXPECT_EQ(result.diagnostics, "");
+        std::string diagnostics;
+        EXPECT_EQ(lex(c.input, false, diagnostics), c.tokens);
+        EXPECT_EQ(diagnostics, c.diagnostics);
     }
 }
 
-constexpr std::uint32_t ID = IDENTIFIER, INT = INTEGER, FLT = FLOAT, STR = STRING, WS = WHITESPACE, NL = NEWLINE,
-                        CMT = COMMENT, UNDEF = UNDEFINED, KEYWORD = EDDL_KEYWORD, METHOD = METHOD_KEYWORD,
-                        RESERVED = RESERVED_WORD;
-
-TEST(Lexer, BlanksAndLineEnds) {
-    check_cases({
-        {"a\r\nb", {{ID, "a", 1}, {WS, "\r", 1}, {NL, "\n", 1}, {ID, "b", 2}}},
-        {"\t\v  x", {{WS, "\t", 1}, {WS, "\v", 1}, {WS, " ", 1}, {WS, " ", 1}, {ID, "x", 1}}},
-        {"\n\n", {{NL, "\n", 1}, {NL, "\n", 2}}},
-        {"a\rb", {{ID, "a", 1}, {WS, "\r", 1}, {ID, "b", 1}}},  // a lone carriage return ends no line
-        {"\f", {{UNDEF, "\f", 1}}},
-        {"", {}},
-    });
-}
-
-// How the preprocessor reads its lexers: a run of blanks is one token. Line ends, line
-// continuations and any other character end a run.
-TEST(Lexer, BlankRunsAreOneTokenWhenAsked) {
-    const std::pair<std::string_view, std::vector<Lexed>> cases[] = {
-        {"\t\v  x \r\n  y",
-         {{WS, "\t\v  ", 1}, {ID, "x", 1}, {WS, " \r", 1}, {NL, "\n", 1}, {WS, "  ", 2}, {ID, "y", 2}}},
-        {"a \\\n b", {{ID, "a", 1}, {WS, " ", 1}, {WS, " ", 2}, {ID, "b", 2}}},
-        {" \f ", {{WS, " ", 1}, {UNDEF, "\f", 1}, {WS, " ", 1}}},
-    };
-    for (const auto& [input, expected] : cases) {
-        SCOPED_TRACE(escaped(input));
-        std::ostringstream diag;
-        Lexer lexer = Lexer::from_text(std::string(input), "name.ddl", diag);
-        lexer.set_blank_runs(true);
-        std::vector<Lexed> tokens;
-        for (Token token = lexer.next_token(); !token.is(END_OF_FILE); token = lexer.next_token())
-            tokens.push_back({token.kind(), std::string(token.text()), token.line()});
-        EXPECT_EQ(tokens, expected);
-    }
-}
-
-TEST(Lexer, SkipsByteOrderMarkAtStartOnly) {
-    check_cases({
-        {"\xEF\xBB\xBF" "a", {{ID, "a", 1}}},
-        {"\xEF" "a", {{ID, "a", 1}}},
-        {"\xBB" "a", {{ID, "a", 1}}},
-        {"\xBF" "a", {{ID, "a", 1}}},
-        {"\xEF\xBF" "a", {{ID, "a", 1}}},
-        {"\xBB\xBF" "a", {{ID, "a", 1}}},
-        {"\xEF\xBB" "a", {{ID, "a", 1}}},
-        {"\xEF\xBB\xBF", {}},
-        {"\xEF\xBB\xBF\n", {{NL, "\n", 1}}},
-        // Out of order or repeated, the extra byte stays.
-        {"\xBF\xBB" "a", {{UNDEF, "\xBB", 1}, {ID, "a", 1}}},
-        {"\xEF\xEF" "a", {{UNDEF, "\xEF", 1}, {ID, "a", 1}}},
-        {"\xEF\xBB\xBF\xEF" "a", {{UNDEF, "\xEF", 1}, {ID, "a", 1}}},
-        {"a\xEF\xBB\xBF", {{ID, "a", 1}, {UNDEF, "\xEF", 1}, {UNDEF, "\xBB", 1}, {UNDEF, "\xBF", 1}}},
-        {" \xEF", {{WS, " ", 1}, {UNDEF, "\xEF", 1}}},
-    });
-}
-
-TEST(Lexer, IntegersInEveryBase) {
-    check_cases({
-        {"123", {{INT, "123", 1}}},
-        {"0", {{INT, "0", 1}}},
-        {"0x1F", {{INT, "0x1F", 1}}},
-        {"0X1fu", {{INT, "0X1fu", 1}}},
-        {"0xabcdefUL", {{INT, "0xabcdefUL", 1}}},
-        {"0x1G", {{INT, "0x1", 1}, {ID, "G", 1}}},
-        {"10UL", {{INT, "10UL", 1}}},
-        {"10lu", {{INT, "10lu", 1}}},
-        {"10ULL", {{INT, "10UL", 1}, {ID, "L", 1}}},
-        {"7u+1", {{INT, "7u", 1}, {PLUS, "+", 1}, {INT, "1", 1}}},
-        {"017", {{INT, "017", 1}}},
-        {"0170", {{INT, "0170", 1}}},
-        {"017u", {{INT, "017u", 1}}},
-        {"0179", {{INT, "017", 1}, {INT, "9", 1}}},
-        {"0b101", {{INT, "0b101", 1}}},
-        {"0B1L", {{INT, "0B1L", 1}}},
-        {"0b12", {{INT, "0b1", 1}, {INT, "2", 1}}},
-        {"09", {{INT, "0", 1}, {INT, "9", 1}}},
-        {"08", {{INT, "0", 1}, {INT, "8", 1}}},
-        {"00", {{INT, "0", 1}, {INT, "0", 1}}},
-        {"12abc", {{INT, "12", 1}, {ID, "abc", 1}}},
-        {"1,2", {{INT, "1", 1}, {COMMA, ",", 1}, {INT, "2", 1}}},
-    });
-}
-
-TEST(Lexer, FloatingLiterals) {
-    check_cases({
-        {"1.5e-3f", {{FLT, "1.5e-3f", 1}}},
-        {".5", {{FLT, ".5", 1}}},
-        {"0.5", {{FLT, "0.5", 1}}},
-        {"0.5e2", {{FLT, "0.5e2", 1}}},
-        {"2e3", {{FLT, "2.e3", 1}}},
-        {"2E+3L", {{FLT, "2.E+3L", 1}}},
-        {"1.5F", {{FLT, "1.5F", 1}}},
-        {"5.", {{FLT, "5.", 1}}},
-        {"1e", {{FLT, "1.e", 1}}},
-        {"1.2.3", {{FLT, "1.2", 1}, {FLT, ".3", 1}}},
-        {"1.5ff", {{FLT, "1.5f", 1}, {ID, "f", 1}}},
-        {"1.x", {{FLT, "1.", 1}, {ID, "x", 1}}},
-        {"00.5", {{INT, "0", 1}, {FLT, "0.5", 1}}},
-        {"0e5", {{INT, "0", 1}, {ID, "e5", 1}}},
-        {"x.y", {{ID, "x", 1}, {DOT, ".", 1}, {ID, "y", 1}}},
-        {".e3", {{DOT, ".", 1}, {ID, "e3", 1}}},
-    });
-}
-
-TEST(Lexer, SingleOperators) {
-    const std::pair<std::string_view, std::uint32_t> cases[] = {
-        {"!", '!'},   {"!=", 518},  {"#", '#'},   {"##", 769},  {"%", '%'},   {"%=", 534},  {"&", '&'},
-        {"&&", 519},  {"&=", 537},  {"*", '*'},   {"*=", 532},  {"+", '+'},   {"++", 521},  {"+=", 530},
-        {"-", '-'},   {"--", 528},  {"-=", 531},  {"->", 592},  {".", '.'},   {"/", '/'},   {"/=", 533},
-        {"<", '<'},   {"<<", 513},  {"<=", 515},  {"<<=", 535}, {">", '>'},   {">>", 514},  {">=", 516},
-        {">>=", 536}, {"^", '^'},   {"^=", 544},  {"=", '='},   {"==", 517},  {"|", '|'},   {"||", 520},
-        {"|=", 545},  {"~", '~'},   {"(", '('},   {")", ')'},   {",", ','},   {":", ':'},   {";", ';'},
-        {"?", '?'},   {"[", '['},   {"]", ']'},   {"{", '{'},   {"}", '}'},
-    };
-    for (const auto& [spelling, kind] : cases) {
-        SCOPED_TRACE(spelling);
-        const LexResult result = lex(spelling);
-        EXPECT_EQ(result.tokens, (std::vector<Lexed>{{kind, std::string(spelling), 1}}));
-    }
-}
-
-TEST(Lexer, OperatorsTakeLongestMatch) {
-    check_cases({
-        {"a<<=b", {{ID, "a", 1}, {535, "<<=", 1}, {ID, "b", 1}}},
-        {"a<<b", {{ID, "a", 1}, {513, "<<", 1}, {ID, "b", 1}}},
-        {"a< <b", {{ID, "a", 1}, {'<', "<", 1}, {WS, " ", 1}, {'<', "<", 1}, {ID, "b", 1}}},
-        {"a >>= b", {{ID, "a", 1}, {WS, " ", 1}, {536, ">>=", 1}, {WS, " ", 1}, {ID, "b", 1}}},
-        {"<<<", {{513, "<<", 1}, {'<', "<", 1}}},
-        {"<<==", {{535, "<<=", 1}, {'=', "=", 1}}},
-        {">>>=", {{514, ">>", 1}, {516, ">=", 1}}},
-        {"-->", {{528, "--", 1}, {'>', ">", 1}}},
-        {"->>", {{592, "->", 1}, {'>', ">", 1}}},
-        {"+++", {{521, "++", 1}, {'+', "+", 1}}},
-        {"===", {{517, "==", 1}, {'=', "=", 1}}},
-        {"|||", {{520, "||", 1}, {'|', "|", 1}}},
-        {"###", {{769, "##", 1}, {'#', "#", 1}}},
-        {"a##b", {{ID, "a", 1}, {769, "##", 1}, {ID, "b", 1}}},
-        {"~=", {{'~', "~", 1}, {'=', "=", 1}}},
-        {"...", {{'.', ".", 1}, {'.', ".", 1}, {'.', ".", 1}}},
-        {"a-1", {{ID, "a", 1}, {'-', "-", 1}, {INT, "1", 1}}},
-        {"<\n=", {{'<', "<", 1}, {NL, "\n", 1}, {'=', "=", 2}}},
-    });
-}
-
-TEST(Lexer, Comments) {
-    check_cases({
-        {"/* a\nb */x", {{CMT, "/* a\nb */", 1}, {ID, "x", 2}}},
-        {"x\n/*\n\n*/y", {{ID, "x", 1}, {NL, "\n", 1}, {CMT, "/*\n\n*/", 2}, {ID, "y", 4}}},
-        {"/**/", {{CMT, "/**/", 1}}},
-        {"/*/x*/", {{CMT, "/*/x*/", 1}}},  // the opening star does not also close
-        {"/* a **/b", {{CMT, "/* a **/", 1}, {ID, "b", 1}}},
-        {"/* \"x */\"", {{CMT, "/* \"x */", 1}, {STR, "", 1}}},
-        {"/* open\n\n", {{CMT, "/* open\n\n", 1}}},
-        {"/* open *", {{CMT, "/* open *", 1}}},
-        {"// hi\nx", {{CMT, "// hi", 1}, {NL, "\n", 1}, {ID, "x", 2}}},
-        {"// hi\r\nx", {{CMT, "// hi\r", 1}, {NL, "\n", 1}, {ID, "x", 2}}},
-        {"//", {{CMT, "//", 1}}},
-        {"// a /* b\nc */", {{CMT, "// a /* b", 1}, {NL, "\n", 1}, {ID, "c", 2}, {WS, " ", 2}, {'*', "*", 2},
-                             {'/', "/", 2}}},
-        {"a//b", {{ID, "a", 1}, {CMT, "//b", 1}}},
-        {"a/b", {{ID, "a", 1}, {'/', "/", 1}, {ID, "b", 1}}},
-    });
-}
-
-TEST(Lexer, StringsKeepTheirTextAsWritten) {
-    check_cases({
-        {R"("abc")", {{STR, "abc", 1}}},
-        {R"("")", {{STR, "", 1}}},
-        {R"("a\"b" c)", {{STR, R"(a\"b)", 1}, {WS, " ", 1}, {ID, "c", 1}}},
-        {R"("a\nb")", {{STR, R"(a\nb)", 1}}},
-        {R"("a\\"b)", {{STR, R"(a\\)", 1}, {ID, "b", 1}}},
-        {R"("a""b")", {{STR, "a", 1}, {STR, "b", 1}}},
-        {R"("/* x */ // y")", {{STR, "/* x */ // y", 1}}},
-        {"\"a\nb\" c\nd", {{STR, "a\nb", 1}, {WS, " ", 1}, {ID, "c", 1}, {NL, "\n", 1}, {ID, "d", 2}}},
-        {"\"open", {{STR, "open", 1}}},
-        {"\"open\\", {{STR, "open\\", 1}}},
-        {"\"open\\\"", {{STR, "open\\\"", 1}}},
-    });
-}
-
-TEST(Lexer, WordsAndKeywordClasses) {
-    check_cases({
-        {"VARIABLE", {{KEYWORD, "VARIABLE", 1}}},
-        {"IF", {{KEYWORD, "IF", 1}}},
-        {"MAX_VALUE7", {{KEYWORD, "MAX_VALUE7", 1}}},
-        {"TRUE", {{KEYWORD, "TRUE", 1}}},
-        {"if", {{METHOD, "if", 1}}},
-        {"while", {{METHOD, "while", 1}}},
-        {"DD_STRING", {{METHOD, "DD_STRING", 1}}},
-        {"static", {{RESERVED, "static", 1}}},
-        {"volatile", {{RESERVED, "volatile", 1}}},
-        {"Variable", {{ID, "Variable", 1}}},
-        {"While", {{ID, "While", 1}}},
-        {"STATIC", {{ID, "STATIC", 1}}},
-        {"VARIABLES_", {{ID, "VARIABLES_", 1}}},
-        {"_x1", {{ID, "_x1", 1}}},
-        {"whilex", {{ID, "whilex", 1}}},
-        {"a1.b", {{ID, "a1", 1}, {DOT, ".", 1}, {ID, "b", 1}}},
-        {"if(x)", {{METHOD, "if", 1}, {'(', "(", 1}, {ID, "x", 1}, {')', ")", 1}}},
-    });
-}
-
-TEST(Lexer, UnknownBytesAreUndefined) {
-    check_cases({
-        {"$", {{UNDEF, "$", 1}}},
-        {"`", {{UNDEF, "`", 1}}},
-        {"@", {{UNDEF, "@", 1}}},
-        {"\x7F", {{UNDEF, "\x7F", 1}}},
-        {"\x80", {{UNDEF, "\x80", 1}}},
-        {"\xFE", {{UNDEF, "\xFE", 1}}},
-        {"a$b", {{ID, "a", 1}, {UNDEF, "$", 1}, {ID, "b", 1}}},
-        {"a\0b"sv, {{ID, "a", 1}, {UNDEF, std::string(1, '\0'), 1}, {ID, "b", 1}}},
-        {"\0"sv, {{UNDEF, std::string(1, '\0'), 1}}},
-    });
-}
-
-TEST(Lexer, ByteFFEndsTheInput) {
-    check_cases({
-        {"a\xFF" "b\nc", {{ID, "a", 1}}},
-        {"\xFF" "abc", {}},
-        {"\"str\xFF" "ing\"", {{STR, "str", 1}}},
-        {"/* c\xFF" " */x", {{CMT, "/* c", 1}}},
-    });
-}
-
-TEST(Lexer, BackslashBeforeLineEndJoinsLines) {
-    check_cases({
-        {"a\\\nb", {{ID, "a", 1}, {ID, "b", 2}}},
-        {"a\\\r\nb", {{ID, "a", 1}, {ID, "b", 2}}},
-        {"a\\\rb", {{ID, "a", 1}, {ID, "b", 2}}},
-        {"a \\\n b", {{ID, "a", 1}, {WS, " ", 1}, {WS, " ", 2}, {ID, "b", 2}}},
-        {"\\\n\\\r\nx", {{ID, "x", 3}}},
-        {"a\\\n\nb", {{ID, "a", 1}, {NL, "\n", 2}, {ID, "b", 3}}},
-        {"a\\\r\n\r\nb", {{ID, "a", 1}, {WS, "\r", 2}, {NL, "\n", 2}, {ID, "b", 3}}},
-    });
-}
-
-TEST(Lexer, TrailingBackslashSkipsLineAndCountsEverySkippedCharacter) {
-    struct TrailingCase {
-        std::string_view input;
-        std::vector<Lexed> tokens;
-        std::string_view diagnostics;
-    };
-    const TrailingCase cases[] = {
-        // A blank and ten characters, then the line feed: 12 lines instead of 1.
-        {"a\\ 0123456789\nb", {{ID, "a", 1}, {ID, "b", 13}}, "name.ddl (1): error: Trailing '\\'.\n"},
-        {"x\n\\y\nz", {{ID, "x", 1}, {NL, "\n", 1}, {ID, "z", 4}}, "name.ddl (2): error: Trailing '\\'.\n"},
-        {"a\\ \r\nb", {{ID, "a", 1}, {ID, "b", 4}}, "name.ddl (1): error: Trailing '\\'.\n"},
-        // A second backslash inside the skipped text is skipped with it.
-        {"\\ a\\ b\nc", {{ID, "c", 7}}, "name.ddl (1): error: Trailing '\\'.\n"},
-        {"\"s\" \\ // c\n x", {{STR, "s", 1}, {WS, " ", 1}, {WS, " ", 7}, {ID, "x", 7}},
-         "name.ddl (1): error: Trailing '\\'.\n"},
-        {"\\ a\n\\ b\nc", {{ID, "c", 7}},
-         "name.ddl (1): error: Trailing '\\'.\nname.ddl (4): error: Trailing '\\'.\n"},
-        // The skip stops at the end of the input.
-        {"\\x", {}, "name.ddl (1): error: Trailing '\\'.\n"},
-        {"a\\", {{ID, "a", 1}}, "name.ddl (1): error: Trailing '\\'.\n"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(escaped(c.input));
-        const LexResult result = lex(c.input);
-        EXPECT_EQ(result.tokens, c.tokens);
-        EXPECT_EQ(result.diagnostics, c.diagnostics);
-    }
-}
-
-TEST(Lexer, EndOfFileCarriesLastLineAndRepeats) {
-    const std::pair<std::string_view, int> cases[] = {
-        {"", 1},         {"a", 1},           {"a\n", 2},   {"a\r\n\n", 3}, {"/* a\n\nb", 3},
-        {"\"a\nb", 1},   {"a\\\n", 2},       {"\\xy", 3},  {"\\", 1},      {"x\xFF\n\n", 1},
-    };
-    for (const auto& [input, line] : cases) {
-        SCOPED_TRACE(escaped(input));
-        std::ostringstream diag;
-        Lexer lexer = Lexer::from_text(std::string(input), "name.ddl", diag);
-        Token token = lexer.next_token();
-        for (int i = 0; i < 100 && !token.is(END_OF_FILE); ++i) token = lexer.next_token();
-        for (int repeat = 0; repeat < 3; ++repeat) {
-            EXPECT_EQ(token.kind(), END_OF_FILE);
-            EXPECT_EQ(token.text(), "");
-            EXPECT_EQ(token.line(), line);
-            EXPECT_EQ(token.file_name(), "name.ddl");
-            EXPECT_EQ(lexer.current_line(), line);
-            token = lexer.next_token();
-        }
-    }
-}
-
-TEST(Lexer, TokensCarryTheFileName) {
-    std::ostringstream diag;
-    Lexer lexer = Lexer::from_text("a\n\"s\" 1", "dir/other.ddl", diag);
-    for (Token token = lexer.next_token(); !token.is(END_OF_FILE); token = lexer.next_token()) {
-        EXPECT_EQ(token.file_name(), "dir/other.ddl") << to_string(token);
-    }
-}
-
-TEST(Lexer, ReadsFromStreamLikeFromText) {
-    std::istringstream input("\xEF\xBB\xBF" "a /* x\n*/ 0x1Fu\n\"s\"");
-    std::ostringstream diag;
-    Lexer lexer(input, "name.ddl", diag);
-    std::vector<Lexed> tokens;
-    for (Token token = lexer.next_token(); !token.is(END_OF_FILE); token = lexer.next_token()) {
-        tokens.push_back({token.kind(), std::string(token.text()), token.line()});
-    }
-    const std::vector<Lexed> expected = {{ID, "a", 1},    {WS, " ", 1},         {CMT, "/* x\n*/", 1}, {WS, " ", 2},
-                                         {INT, "0x1Fu", 2}, {NL, "\n", 2}, {STR, "s", 3}};
-    EXPECT_EQ(tokens, expected);
-    EXPECT_EQ(diag.str(), "");
+// How the preprocessor reads its lexers: a run of blanks is one token; a line end, a line
+// continuation or any other character ends it.
+TEST(Lexer, BlankRuns) {
+    std::string diagnostics;
+    EXPECT_EQ(lex("\t\v  x \r\n  y", true, diagnostics), "ws(\\t\\x0B  ) id(x) ws( \\r) nl(\\n) 2:ws(  ) id(y) eof");
+    EXPECT_EQ(lex("a \\\n b \f ", true, diagnostics), "id(a) ws( ) 2:ws( ) id(b) ws( ) undef(\\x0C) ws( ) eof");
 }
 
 }  // namespace

@@ -1,0 +1,45 @@
+// The dictionary keys method code uses: an identifier after "[" unless an identifier stands
+// before the bracket (that is indexing), and the argument of get_dictionary_string(...).
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "frontend/lexer.hpp"
+#include "model/code_value.hpp"
+
+namespace edd {
+namespace {
+
+// The keys of code as the parser keeps it: its tokens without blanks and comments.
+std::string keys_of(std::string code) {
+    std::ostringstream diag;
+    Lexer lexer = Lexer::from_text(std::move(code), "code", diag);
+    std::vector<Token> tokens;
+    for (Token t = lexer.next_token(); !t.is(END_OF_FILE); t = lexer.next_token())
+        if (!t.is(WHITESPACE) && !t.is(NEWLINE) && !t.is(COMMENT)) tokens.push_back(t);
+    KeySet keys{"earlier"};
+    CodeValue(std::move(tokens)).collect_dictionary_keys(keys);
+    std::string out;
+    for (const std::string& key : keys) out += key + ' ';
+    return out;
+}
+
+TEST(MethodCodeKeys, Table) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"s = [label];", "earlier label "},
+        {"[first] x", "earlier first "},
+        {"arr[idx] = 1; a.b[k]; arr [i]", "earlier "},
+        {"f()[k]; x = ([p]);", "earlier k p "},
+        {"get_dictionary_string(my_key, s, 40);", "earlier my_key "},
+        {"get_dictionary_string (k2) /* c */", "earlier k2 "},
+        {"x = get_dictionary_string; (k); get_dictionary_string(\"s\")", "earlier "},
+        {"get_dictionary_string(get_dictionary_string(k))", "earlier get_dictionary_string k "},
+        {"s = \"[not_a_key]\"; [ 1 ]", "earlier "},
+    };
+    for (const auto& [code, keys] : cases) EXPECT_EQ(keys_of(code), keys) << code;
+}
+
+}  // namespace
+}  // namespace edd
