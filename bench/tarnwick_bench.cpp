@@ -25,12 +25,13 @@
 #include <string>
 #include <vector>
 
+#include "diagnostics/diagnostics.hpp"
 #include "driver/command_line.hpp"
 #include "driver/driver.hpp"
 #include "driver/options.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
-#include "frontend/source_text.hpp"
+#include "files/input_files.hpp"
 #include "parser/parser.hpp"
 #include "validation/profile.hpp"
 
@@ -76,9 +77,10 @@ double count_lines(const std::string& text) {
 // Lexes a file and, depth first, every file it includes (conditionals are not looked at:
 // the generated descriptions include nothing conditionally). The same lookup as the
 // preprocessor's: the include paths in order, never the including file's directory.
-std::size_t lex_file(const std::string& path, const std::vector<std::string>& include_paths, std::ostream& sink,
+std::size_t lex_file(const std::string& path, const std::vector<std::string>& include_paths, edd::Diagnostics& sink,
                      Source& source) {
-    std::optional<std::string> text = edd::read_file(path);
+    edd::InputFiles files;
+    std::optional<std::string> text = files.read(path);
     if (!text) return 0;
     source.bytes += static_cast<double>(text->size());
     source.lines += count_lines(*text);
@@ -92,7 +94,7 @@ std::size_t lex_file(const std::string& path, const std::vector<std::string>& in
         if (state == INCLUDE && token.is(edd::STRING)) {
             for (const std::string& directory : include_paths) {
                 const std::string candidate = directory + "/" + std::string(token.text());
-                if (edd::read_file(candidate)) {
+                if (edd::InputFiles::readable(candidate)) {
                     tokens += lex_file(candidate, include_paths, sink, source);
                     break;
                 }
@@ -116,44 +118,50 @@ using Keep = std::vector<std::shared_ptr<void>>;
 using Stage = std::function<bool(const StageInput&, Source&, double& tokens, Keep& keep)>;
 
 bool stage_lexer(const StageInput& input, Source& source, double& tokens, Keep&) {
-    std::ostringstream diagnostics;
+    std::ostringstream messages;
+    edd::Diagnostics diagnostics(messages, messages);
     tokens = static_cast<double>(lex_file(input.options.input_file, input.options.include_paths, diagnostics, source));
-    return diagnostics.str().empty();
+    return messages.str().empty();
 }
 
 // The input file's lexer and the preprocessor over it; both are kept in `keep`. Null when
 // the file cannot be read.
-std::shared_ptr<edd::Preprocessor> open_preprocessor(const StageInput& input, std::ostream& diagnostics, Keep& keep) {
-    std::optional<std::string> text = edd::read_file(input.options.input_file);
+std::shared_ptr<edd::Preprocessor> open_preprocessor(const StageInput& input, edd::Diagnostics& diagnostics,
+                                                     edd::InputFiles& files, Keep& keep) {
+    std::optional<std::string> text = files.read(input.options.input_file);
     if (!text) return nullptr;
     auto lexer = std::make_shared<edd::Lexer>(edd::Lexer::FromText{}, std::move(*text), input.options.input_file,
                                               diagnostics);
-    auto preprocessor = std::make_shared<edd::Preprocessor>(*lexer, input.options.include_paths, diagnostics);
+    auto preprocessor = std::make_shared<edd::Preprocessor>(*lexer, input.options.include_paths, files, diagnostics);
     keep = {lexer, preprocessor};
     return preprocessor;
 }
 
 bool stage_preprocessor(const StageInput& input, Source&, double& tokens, Keep& keep) {
-    std::ostringstream diagnostics;
-    auto preprocessor = open_preprocessor(input, diagnostics, keep);
+    std::ostringstream messages;
+    edd::Diagnostics diagnostics(messages, messages);
+    edd::InputFiles files;
+    auto preprocessor = open_preprocessor(input, diagnostics, files, keep);
     if (!preprocessor) return false;
     std::size_t count = 0;
     for (edd::Token token = preprocessor->next_token(); !token.is(edd::END_OF_FILE);
          token = preprocessor->next_token())
         ++count;
     tokens = static_cast<double>(count);
-    return diagnostics.str().empty();
+    return messages.str().empty();
 }
 
 bool stage_parse(const StageInput& input, Source&, double&, Keep& keep) {
-    std::ostringstream diagnostics;
-    auto preprocessor = open_preprocessor(input, diagnostics, keep);
+    std::ostringstream messages;
+    edd::Diagnostics diagnostics(messages, messages);
+    edd::InputFiles files;
+    auto preprocessor = open_preprocessor(input, diagnostics, files, keep);
     if (!preprocessor) return false;
     auto parser = std::make_shared<edd::Parser>(*preprocessor, input.options.input_file,
                                                 edd::select_profile(input.options.profile),
-                                                input.options.include_paths, diagnostics);
+                                                input.options.include_paths, files, diagnostics);
     keep.push_back(parser);
-    return parser->parse() && diagnostics.str().empty();
+    return parser->parse() && messages.str().empty();
 }
 
 bool stage_full(const StageInput& input, Source&, double&, Keep&) {
@@ -249,7 +257,8 @@ int main(int argc, char** argv) {
     NullBuffer null_buffer;
     std::ostream null_stream(&null_buffer);
     const std::vector<std::string> rest(input.arguments.begin() + 1, input.arguments.end());
-    if (edd::scan_arguments(rest, input.options, null_stream, std::cerr) || input.options.input_file.empty())
+    edd::Diagnostics errors(std::cerr, std::cerr);
+    if (edd::scan_arguments(rest, input.options, null_stream, errors) || input.options.input_file.empty())
         return usage();
     input.options.include_paths.push_back(directory_part(input.options.input_file));
 

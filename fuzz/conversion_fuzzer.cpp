@@ -100,11 +100,6 @@ std::string image_bytes() {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    edd::fuzz::silence_standard_error();
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const edd::fuzz::ScratchDirectory directory;
     static const bool prepared = [] {
@@ -114,7 +109,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return true;
     }();
     (void)prepared;
-    std::ostream& diagnostics = edd::fuzz::null_stream();
+    edd::Diagnostics diagnostics(edd::fuzz::null_stream(), edd::fuzz::null_stream());
+    edd::InputFiles files;
 
     const std::string input = edd::fuzz::as_text(data, size);
     const std::size_t split = input.find(kDictionarySeparator);
@@ -125,11 +121,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     try {
         edd::Lexer lexer(edd::Lexer::FromText{}, std::move(source), main_file, diagnostics);
-        edd::Preprocessor preprocessor(lexer, include_paths, diagnostics);
-        edd::Parser parser(preprocessor, main_file, edd::fuzz::profile_for(size), include_paths, diagnostics);
+        edd::Preprocessor preprocessor(lexer, include_paths, files, diagnostics);
+        edd::Parser parser(preprocessor, main_file, edd::fuzz::profile_for(size), include_paths, files, diagnostics);
         parser.parse();
         const edd::Description description = edd::resolve_like_items(parser.description(), diagnostics);
-        edd::XML_Writer writer(description, include_paths, diagnostics);
+        edd::XML_Writer writer(description, include_paths, files, diagnostics);
         if (split != std::string::npos) {
             edd::Lexer dictionary_lexer(edd::Lexer::FromText{}, input.substr(split + kDictionarySeparator.size()),
                                         "main.dct", diagnostics);

@@ -16,6 +16,8 @@
 
 #include <unistd.h>
 
+#include "diagnostics/diagnostics.hpp"
+#include "files/input_files.hpp"
 #include "validation/profile.hpp"
 
 namespace edd::fuzz {
@@ -27,17 +29,12 @@ protected:
     std::streamsize xsputn(const char*, std::streamsize n) override { return n; }
 };
 
-// Never destroyed: std::cerr points to the buffer until the very end of the process, when
-// the standard streams are flushed after the static objects are gone.
+// Never destroyed, so that it outlives every use, even at the end of the process.
 inline std::ostream& null_stream() {
     static NullBuffer* const buffer = new NullBuffer;
     static std::ostream* const stream = new std::ostream(buffer);
     return *stream;
 }
-
-// The parser reports faults of its own on standard error; libFuzzer writes through C
-// stdio, so silencing the C++ stream leaves the fuzzer's reports alone.
-inline void silence_standard_error() { std::cerr.rdbuf(null_stream().rdbuf()); }
 
 // A directory of this process under the system temporary directory, removed at exit.
 class ScratchDirectory {

@@ -9,18 +9,14 @@
 #include "model/item.hpp"
 #include "parser/parser.hpp"
 
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    edd::fuzz::silence_standard_error();
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const edd::fuzz::ScratchDirectory empty;
-    std::ostream& diagnostics = edd::fuzz::null_stream();
+    edd::Diagnostics diagnostics(edd::fuzz::null_stream(), edd::fuzz::null_stream());
+    edd::InputFiles files;
     edd::Lexer lexer(edd::Lexer::FromText{}, edd::fuzz::as_text(data, size), "main.ddl", diagnostics);
-    edd::Preprocessor preprocessor(lexer, {empty.str()}, diagnostics);
-    edd::Parser parser(preprocessor, "main.ddl", edd::fuzz::profile_for(size), {empty.str()}, diagnostics);
+    edd::Preprocessor preprocessor(lexer, {empty.str()}, files, diagnostics);
+    edd::Parser parser(preprocessor, "main.ddl", edd::fuzz::profile_for(size), {empty.str()}, files, diagnostics);
     parser.parse();
-    edd::dump_items(diagnostics, parser.description().items.items());
+    edd::dump_items(edd::fuzz::null_stream(), parser.description().items.items());
     return 0;
 }

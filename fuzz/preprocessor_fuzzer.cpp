@@ -9,9 +9,10 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const edd::fuzz::ScratchDirectory empty;
-    std::ostream& diagnostics = edd::fuzz::null_stream();
+    edd::Diagnostics diagnostics(edd::fuzz::null_stream(), edd::fuzz::null_stream());
+    edd::InputFiles files;
     edd::Lexer lexer(edd::Lexer::FromText{}, edd::fuzz::as_text(data, size), "main.ddl", diagnostics);
-    edd::Preprocessor preprocessor(lexer, {empty.str()}, diagnostics);
+    edd::Preprocessor preprocessor(lexer, {empty.str()}, files, diagnostics);
     while (!preprocessor.next_token().is(edd::END_OF_FILE)) {
     }
     return 0;

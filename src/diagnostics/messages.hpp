@@ -33,6 +33,10 @@ inline constexpr std::string_view could_not_open_input = "Could not open input f
 inline constexpr std::string_view failed_to_open_input = "Failed to open input file ";
 inline constexpr std::string_view failed_to_open_dictionary = "Failed to open dictionary file ";
 inline constexpr std::string_view fatal_error = "Encountered a fatal error: ";
+inline constexpr std::string_view output_is_input = "Output file %0 is the input file %1.";
+inline constexpr std::string_view outputs_collide = "Output files %0 and %1 are the same file.";
+inline constexpr std::string_view output_was_read = "Output file %0 is the same file as %1, which the run read.";
+inline constexpr std::string_view dump_not_saved = "Could not save the dump to %0: %1.";
 
 // Imports.
 inline constexpr std::string_view duplicate_object = "Duplicate definition of object ";
@@ -170,7 +174,7 @@ inline constexpr std::string_view unknown_parameter_type = "Unknown parameter ty
 inline constexpr std::string_view document_not_built = "XML_Writer: Document was not built.";
 inline constexpr std::string_view unknown_xml_type = "type_to_xname: unknown type";
 inline constexpr std::string_view invalid_element_name = "XML: \"%0\" is not a valid element name.";
-inline constexpr std::string_view document_not_saved = "XML: could not save the document to %0.";
+inline constexpr std::string_view document_not_saved = "XML: could not save the document to %0: %1.";
 inline constexpr std::string_view could_not_open_related_file = "Could not open related file %0.";
 inline constexpr std::string_view collect_paths_not_image = "collect_paths can only handle IMAGE obejcts.";
 inline constexpr std::string_view image_without_path = "IMAGE objects must have a PATH attribtue.";

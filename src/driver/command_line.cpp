@@ -1,5 +1,6 @@
 #include "driver/command_line.hpp"
 
+#include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
 #include "driver/exit_status.hpp"
 
@@ -12,17 +13,14 @@ bool is_option(std::string_view argument) { return !argument.empty() && argument
 // A value is missing when there is none or it looks like an option itself.
 bool has_value(const std::string* value) { return value != nullptr && !is_option(*value); }
 
-std::optional<int> fail(std::ostream& err, std::string_view message) {
-    err << message << '\n';
+std::optional<int> fail(Diagnostics& err, std::string_view message) {
+    err.standard_error(message);
     return exit_status::command_line;
 }
 
 std::optional<int> handle_option(const std::string& option, const std::string* value, Options& options,
-                                 std::ostream& out, std::ostream& err) {
-    if (option.size() != 2) {
-        err << messages::unknown_argument << option << ".\n";
-        return exit_status::command_line;
-    }
+                                 std::ostream& out, Diagnostics& err) {
+    if (option.size() != 2) return fail(err, concat({messages::unknown_argument, option, "."}));
     auto take = [&](std::string& into, std::string_view missing) -> std::optional<int> {
         if (!has_value(value)) return fail(err, missing);
         into = *value;
@@ -63,8 +61,8 @@ void print_help(std::ostream& out, std::string_view program_name) {
 
 // An option takes the next argument as its value and that argument is skipped whether or
 // not the option uses it: "-c input.ddl" leaves the input unset. Users put flags last.
-std::optional<int> scan_arguments(const std::vector<std::string>& arguments, Options& options,
-                                  std::ostream& out, std::ostream& err) {
+std::optional<int> scan_arguments(const std::vector<std::string>& arguments, Options& options, std::ostream& out,
+                                  Diagnostics& err) {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
         if (!is_option(argument)) {

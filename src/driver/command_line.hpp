@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "diagnostics/diagnostics.hpp"
 #include "driver/options.hpp"
 
 namespace edd {
@@ -19,8 +20,8 @@ std::string program_name_of(std::string_view first_argument);
 void print_help(std::ostream& out, std::string_view program_name);
 
 // Fills `options` from the arguments after the program name. Returns the exit status when
-// the process must end (help printed, or a command-line error reported on `err`).
-std::optional<int> scan_arguments(const std::vector<std::string>& arguments, Options& options,
-                                  std::ostream& out, std::ostream& err);
+// the process must end (help printed on `out`, or a command-line error reported).
+std::optional<int> scan_arguments(const std::vector<std::string>& arguments, Options& options, std::ostream& out,
+                                  Diagnostics& diagnostics);
 
 }  // namespace edd

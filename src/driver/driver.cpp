@@ -1,45 +1,37 @@
 #include "driver/driver.hpp"
 
 #include <exception>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <optional>
+#include <sstream>
+#include <system_error>
 #include <typeinfo>
 
+#include "diagnostics/diagnostics.hpp"
+#include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
-#include "diagnostics/report.hpp"
 #include "diagnostics/type_name.hpp"
 #include "driver/command_line.hpp"
 #include "driver/exit_status.hpp"
 #include "driver/options.hpp"
+#include "files/input_files.hpp"
+#include "files/output_file.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
-#include "frontend/source_text.hpp"
 #include "model/description.hpp"
 #include "model/dictionary.hpp"
 #include "parser/dictionary_reader.hpp"
 #include "parser/parser.hpp"
 #include "validation/like_resolution.hpp"
-#include "xml/xml_writer.hpp"
 #include "validation/profile.hpp"
+#include "xml/xml_writer.hpp"
 
 namespace edd {
 
 namespace {
 
-void print_failure(std::ostream& stream, std::string_view prefix, const std::string& name) {
-    stream << prefix << name << ".\n";
-    stream.flush();
-}
-
-// A directory opens as a stream on some systems but is no file to read.
-bool can_open(const std::string& name) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(name, ignored)) return false;
-    std::ifstream probe(name, std::ios::binary);
-    return probe.is_open();
-}
+std::string failure(std::string_view prefix, const std::string& name) { return concat({prefix, name, "."}); }
 
 // Everything before the last separator, or "." for a bare file name.
 std::string directory_part(const std::string& name) {
@@ -47,13 +39,54 @@ std::string directory_part(const std::string& name) {
     return separator == std::string::npos ? std::string(".") : name.substr(0, separator);
 }
 
+// The document's name: -o, or the input's name with ".xml" appended.
+std::string output_name(const Options& options) {
+    return options.output_file.empty() ? options.input_file + ".xml" : options.output_file;
+}
+
+// An output name (-o, -e, -t) that names the input or another output: writing it would
+// destroy what the run reads or writes. Checked before anything is opened for writing.
+std::optional<int> check_output_names(const Options& options, Diagnostics& diagnostics) {
+    std::vector<std::string> outputs;
+    if (!options.input_file.empty() || !options.output_file.empty()) outputs.push_back(output_name(options));
+    if (!options.diagnostics_file.empty()) outputs.push_back(options.diagnostics_file);
+    if (options.dump) outputs.push_back(options.dump_file);
+    auto refuse = [&](std::string_view message, const std::string& output, const std::string& other) {
+        diagnostics.standard_error(format_message(message, {output, other}));
+        return exit_status::command_line;
+    };
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        if (!options.input_file.empty() && same_file(outputs[i], options.input_file))
+            return refuse(messages::output_is_input, outputs[i], options.input_file);
+        for (std::size_t j = 0; j < i; ++j)
+            if (same_file(outputs[j], outputs[i])) return refuse(messages::outputs_collide, outputs[j], outputs[i]);
+    }
+    return std::nullopt;
+}
+
+// An output that turns out to be one of the files the run read (an include, a dictionary,
+// ...): refused before anything is written.
+std::optional<int> check_outputs_against_inputs(const Options& options, const InputFiles& files,
+                                                Diagnostics& diagnostics) {
+    std::vector<std::string> outputs{options.output_file};
+    if (options.dump) outputs.push_back(options.dump_file);
+    for (const std::string& output : outputs) {
+        if (const std::string* read = files.find(output)) {
+            diagnostics.line(format_message(messages::output_was_read, {output, *read}));
+            return exit_status::file_not_opened;
+        }
+    }
+    return std::nullopt;
+}
+
 // Loads the -d files in order into one dictionary. Returns the exit status when a file
 // cannot be opened or read.
-std::optional<int> load_dictionaries(const Options& options, std::ostream& diagnostics, Dictionary& merged) {
+std::optional<int> load_dictionaries(const Options& options, InputFiles& files, Diagnostics& diagnostics,
+                                     Dictionary& merged) {
     for (const std::string& name : options.dictionary_files) {
-        std::optional<std::string> text = can_open(name) ? read_file(name) : std::nullopt;
+        std::optional<std::string> text = files.read(name);
         if (!text) {
-            print_failure(diagnostics, messages::failed_to_open_dictionary, name);
+            diagnostics.line(failure(messages::failed_to_open_dictionary, name));
             return exit_status::file_not_opened;
         }
         Lexer lexer(Lexer::FromText{}, std::move(*text), name, diagnostics);
@@ -62,6 +95,18 @@ std::optional<int> load_dictionaries(const Options& options, std::ostream& diagn
         merged.append_all(reader.dictionary());
     }
     return std::nullopt;
+}
+
+void save_dump(const Options& options, const Description& description) {
+    std::ostringstream text;
+    dump_items(text, description.items.items());
+    try {
+        OutputFile dump(options.dump_file);
+        dump.write(text.str());
+        dump.commit();
+    } catch (const std::system_error& e) {
+        throw std::runtime_error(format_message(messages::dump_not_saved, {options.dump_file, e.code().message()}));
+    }
 }
 
 // The stages of a conversion, freed in the reverse order of their making, or parked until
@@ -93,47 +138,49 @@ private:
 };
 
 // The steps after the command line; exceptions escaping them are the caller's.
-int convert(Options& options, std::ostream& diagnostics, Cleanup cleanup) {
-    std::optional<std::string> source = read_file(options.input_file);
+int convert(Options& options, Diagnostics& diagnostics, Cleanup cleanup) {
+    InputFiles files;
+    std::optional<std::string> source = files.read(options.input_file);
     if (!source) {
-        print_failure(diagnostics, messages::failed_to_open_input, options.input_file);
+        diagnostics.line(failure(messages::failed_to_open_input, options.input_file));
         return exit_status::file_not_opened;
     }
     const Profile& profile = select_profile(options.profile);
 
     Stages stages(cleanup);
     Lexer& lexer = stages.make<Lexer>(Lexer::FromText{}, std::move(*source), options.input_file, diagnostics);
-    Preprocessor& preprocessor = stages.make<Preprocessor>(lexer, options.include_paths, diagnostics);
-    Parser& parser = stages.make<Parser>(preprocessor, options.input_file, profile, options.include_paths, diagnostics);
+    Preprocessor& preprocessor = stages.make<Preprocessor>(lexer, options.include_paths, files, diagnostics);
+    Parser& parser =
+        stages.make<Parser>(preprocessor, options.input_file, profile, options.include_paths, files, diagnostics);
     if (!parser.parse() && !options.continue_on_error) return exit_status::parse_failed;
 
     // The description moves on from stage to stage: a run holds one copy of it.
     XML_Writer& writer =
-        stages.make<XML_Writer>(resolve_like_items(parser.take_description(), diagnostics), diagnostics);
+        stages.make<XML_Writer>(resolve_like_items(parser.take_description(), diagnostics), files, diagnostics);
 
     if (!options.dictionary_files.empty()) {
         Dictionary dictionary;
-        if (auto status = load_dictionaries(options, diagnostics, dictionary)) return *status;
+        if (auto status = load_dictionaries(options, files, diagnostics, dictionary)) return *status;
         writer.set_dictionary(dictionary);
     }
 
     writer.build();
+    if (auto status = check_outputs_against_inputs(options, files, diagnostics)) return *status;
     writer.save(options.output_file);
-
-    if (options.dump) {
-        std::ofstream dump(options.dump_file);
-        dump_items(dump, writer.description().items.items());
-    }
+    if (options.dump) save_dump(options, writer.description());
     return exit_status::success;
 }
 
 }  // namespace
 
 int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, Cleanup cleanup) {
-    std::ostream* diagnostics = &err;
+    Diagnostics early(err, err);  // until the diagnostics file is open
     std::ofstream diagnostics_file;
+    std::unique_ptr<Diagnostics> diagnostics;
     try {
+        // Flushed, so that the banner comes first wherever the document goes (-o /dev/stdout).
         out << messages::banner << "\n\n";
+        out.flush();
         Options options;
         options.program_name = program_name_of(arguments.empty() ? std::string() : arguments.front());
         if (arguments.size() <= 1) {
@@ -141,30 +188,32 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
             return exit_status::help;
         }
         const std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
-        if (auto status = scan_arguments(rest, options, out, err)) return *status;
+        if (auto status = scan_arguments(rest, options, out, early)) return *status;
+        if (auto status = check_output_names(options, early)) return *status;
 
         if (!options.diagnostics_file.empty()) {
             diagnostics_file.open(options.diagnostics_file, std::ios::out | std::ios::trunc);
             if (!diagnostics_file) {
-                print_failure(err, messages::cannot_open_error_file, options.diagnostics_file);
+                early.standard_error(failure(messages::cannot_open_error_file, options.diagnostics_file));
                 return exit_status::file_not_opened;
             }
-            diagnostics = &diagnostics_file;
+            diagnostics = std::make_unique<Diagnostics>(diagnostics_file, err);
         }
+        Diagnostics& report = diagnostics ? *diagnostics : early;
         if (options.input_file.empty()) {
-            err << messages::no_input_file << '\n';
+            early.standard_error(messages::no_input_file);
             return exit_status::file_not_opened;
         }
-        if (!can_open(options.input_file)) {
-            print_failure(err, messages::could_not_open_input, options.input_file);
+        if (!InputFiles::readable(options.input_file)) {
+            early.standard_error(failure(messages::could_not_open_input, options.input_file));
             return exit_status::file_not_opened;
         }
-        if (options.output_file.empty()) options.output_file = options.input_file + ".xml";
+        options.output_file = output_name(options);
         options.include_paths.push_back(directory_part(options.input_file));
 
-        return convert(options, *diagnostics, cleanup);
+        return convert(options, report, cleanup);
     } catch (const std::exception& e) {
-        report_fatal(*diagnostics, e.what(), readable_type_name(typeid(e)));
+        (diagnostics ? *diagnostics : early).fatal(e.what(), readable_type_name(typeid(e)));
         return exit_status::fatal;
     }
 }

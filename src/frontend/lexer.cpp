@@ -4,32 +4,18 @@
 #include <cstring>
 
 #include "diagnostics/messages.hpp"
-#include "diagnostics/report.hpp"
 #include "frontend/char_class.hpp"
 #include "frontend/keywords.hpp"
 #include "frontend/punctuators.hpp"
-#include "frontend/source_text.hpp"
 
 namespace edd {
 
-Lexer::Lexer(const std::string& file_name, std::ostream& diagnostics)
-    : file_(intern_file_name(file_name)), diagnostics_(diagnostics) {
-    start(read_file(file_name).value_or(std::string()));
-}
-
-Lexer::Lexer(std::istream& input, std::string_view file_name, std::ostream& diagnostics)
-    : file_(intern_file_name(file_name)), diagnostics_(diagnostics) {
-    start(read_stream(input));
-}
-
-Lexer::Lexer(std::istream& input, std::string_view file_name) : Lexer(input, file_name, std::cerr) {}
-
-Lexer::Lexer(FromText, std::string text, std::string_view file_name, std::ostream& diagnostics)
+Lexer::Lexer(FromText, std::string text, std::string_view file_name, Diagnostics& diagnostics)
     : file_(intern_file_name(file_name)), diagnostics_(diagnostics) {
     start(std::move(text));
 }
 
-Lexer Lexer::from_text(std::string text, std::string_view file_name, std::ostream& diagnostics) {
+Lexer Lexer::from_text(std::string text, std::string_view file_name, Diagnostics& diagnostics) {
     return Lexer(FromText{}, std::move(text), file_name, diagnostics);
 }
 
@@ -70,7 +56,7 @@ Token Lexer::next_token() {
                 ++line_;
                 if (*cursor_++ == '\r' && *cursor_ == '\n') ++cursor_;
             } else {
-                report_lexer_error(diagnostics_, file_name(), line_, messages::trailing_backslash);
+                diagnostics_.lexer_error(file_name(), line_, messages::trailing_backslash);
                 skip_after_backslash();
             }
             continue;

@@ -4,25 +4,20 @@
 #pragma once
 
 #include <cstddef>
-#include <iostream>
 #include <string>
 #include <string_view>
 
+#include "diagnostics/diagnostics.hpp"
 #include "frontend/token_stream.hpp"
 
 namespace edd {
 
 class Lexer : public TokenStream {
 public:
-    // Opens and reads the named file; a file that cannot be read lexes as empty.
-    Lexer(const std::string& file_name, std::ostream& diagnostics);
-    Lexer(std::istream& input, std::string_view file_name, std::ostream& diagnostics);
-    Lexer(std::istream& input, std::string_view file_name);
-
-    // An in-memory source (an included file already read, tests, tools).
+    // A source read whole beforehand; `file_name` is stamped on its tokens and messages.
     struct FromText {};
-    Lexer(FromText, std::string text, std::string_view file_name, std::ostream& diagnostics);
-    static Lexer from_text(std::string text, std::string_view file_name, std::ostream& diagnostics);
+    Lexer(FromText, std::string text, std::string_view file_name, Diagnostics& diagnostics);
+    static Lexer from_text(std::string text, std::string_view file_name, Diagnostics& diagnostics);
 
     Token next_token() override;
     // Off: every blank character is a WHITESPACE token of its own. On: a run of blanks is
@@ -61,7 +56,7 @@ private:
     FileIndex file_ = 0;
     int line_ = 1;
     bool blank_runs_ = false;
-    std::ostream& diagnostics_;
+    Diagnostics& diagnostics_;
 };
 
 }  // namespace edd

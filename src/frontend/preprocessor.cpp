@@ -6,9 +6,7 @@
 
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
-#include "diagnostics/report.hpp"
 #include "diagnostics/type_name.hpp"
-#include "frontend/source_text.hpp"
 
 namespace edd {
 
@@ -73,8 +71,9 @@ private:
     Preprocessor& pp_;
 };
 
-Preprocessor::Preprocessor(Lexer& main, std::vector<std::string> include_paths, std::ostream& diagnostics)
-    : main_(main), diagnostics_(diagnostics), include_paths_(std::move(include_paths)) {
+Preprocessor::Preprocessor(Lexer& main, std::vector<std::string> include_paths, InputFiles& files,
+                           Diagnostics& diagnostics)
+    : main_(main), files_(files), diagnostics_(diagnostics), include_paths_(std::move(include_paths)) {
     main_.set_blank_runs(true);
 }
 
@@ -159,11 +158,11 @@ void Preprocessor::skip_rest_of_line(const Token& last) {
 // ---- Messages -----------------------------------------------------------------------------
 
 void Preprocessor::warning(std::string_view message) {
-    report_line(diagnostics_, file_name_of(current_file_), current_line_, Severity::warning, message, false);
+    diagnostics_.preprocessor(Severity::warning, file_name_of(current_file_), current_line_, message);
 }
 
 void Preprocessor::error(std::string_view message) {
-    report_line(diagnostics_, file_name_of(current_file_), current_line_, Severity::error, message, false);
+    diagnostics_.preprocessor(Severity::error, file_name_of(current_file_), current_line_, message);
 }
 
 void Preprocessor::fail(std::string_view message) {
@@ -380,7 +379,7 @@ void Preprocessor::include_file() {
         std::string candidate = path + "/";
         candidate += name.text();
         if (runaway_files_.contains(candidate)) fail(messages::include_too_deep);
-        if (auto text = read_file(candidate)) {
+        if (auto text = files_.read(candidate)) {
             includes_.push_back(std::make_unique<Lexer>(Lexer::FromText{}, std::move(*text), candidate, diagnostics_));
             includes_.back()->set_blank_runs(true);
             return;

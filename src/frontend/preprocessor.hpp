@@ -9,12 +9,12 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
+#include "files/input_files.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/macro_table.hpp"
 #include "frontend/token_stream.hpp"
@@ -26,7 +26,7 @@ public:
     // Thrown after a failed directive or expansion has printed its error line.
     struct PreprocessorError {};
 
-    Preprocessor(Lexer& main, std::vector<std::string> include_paths, std::ostream& diagnostics);
+    Preprocessor(Lexer& main, std::vector<std::string> include_paths, InputFiles& files, Diagnostics& diagnostics);
 
     Token next_token() override;
     int current_line() const override { return current_line_; }
@@ -80,7 +80,8 @@ private:
     [[noreturn]] void fail(std::string_view message);
 
     Lexer& main_;
-    std::ostream& diagnostics_;
+    InputFiles& files_;
+    Diagnostics& diagnostics_;
     FileIndex current_file_ = 0;
     int current_line_ = 0;
     MacroTable macros_;

@@ -1,7 +1,6 @@
 #include "parser/dictionary_reader.hpp"
 
-#include <iostream>
-
+#include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
 
 namespace edd {
@@ -12,7 +11,7 @@ bool DictionaryReader::load() {
     } catch (const ParseError&) {
         return false;
     } catch (const std::exception& e) {
-        std::cerr << messages::failure_in_parser << ':' << e.what() << '\n';
+        diagnostics().standard_error(concat({messages::failure_in_parser, ":", e.what()}));
         return false;
     } catch (...) {
         return false;

@@ -1,8 +1,6 @@
 // Reads a dictionary file: entries "[n, m] key "text" { "text" }" straight from the lexer.
 #pragma once
 
-#include <ostream>
-
 #include "model/dictionary.hpp"
 #include "parser/token_reader.hpp"
 
@@ -10,7 +8,7 @@ namespace edd {
 
 class DictionaryReader : public TokenReader {
 public:
-    DictionaryReader(TokenStream& source, std::ostream& diagnostics) : TokenReader(source, diagnostics) {}
+    DictionaryReader(TokenStream& source, Diagnostics& diagnostics) : TokenReader(source, diagnostics) {}
 
     // False when an entry was malformed or a key came twice; lets no exception out.
     bool load();

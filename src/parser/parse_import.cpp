@@ -4,10 +4,8 @@
 
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
-#include "diagnostics/report.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
-#include "frontend/source_text.hpp"
 #include "parser/canonical_path.hpp"
 #include "parser/parser.hpp"
 #include "xml/text_utils.hpp"
@@ -81,8 +79,8 @@ void Parser::parse_import() {
     for (Item& item : import_set) {
         if (description_.items.contains(item.name())) {
             const Item& first = description_.items.get(item.name());
-            report_duplicate_definition(diagnostics(), item.origin().file_name(), item.origin().line(), item.name(),
-                                        first.origin().file_name(), first.origin().line());
+            diagnostics().duplicate_object(item.origin().file_name(), item.origin().line(), item.name(),
+                                           first.origin().file_name(), first.origin().line());
             continue;
         }
         description_.items.insert(std::move(item));
@@ -98,18 +96,19 @@ ItemTable Parser::parse_imported_file(const std::string& name, const std::string
     // Each imported file is parsed one level deeper on the stack.
     if (import_chain_->size() > max_import_depth) fatal(messages::nesting_too_deep);
     if (++*imports_converted_ > max_imports) fatal(messages::nesting_too_deep);
-    std::optional<std::string> text = read_file(path);
+    std::optional<std::string> text = files_.read(path);
     if (!text) fatal(format_message(messages::import_not_found, {path}));
     Lexer lexer(Lexer::FromText{}, std::move(*text), path, diagnostics());
-    Preprocessor preprocessor(lexer, include_paths_, diagnostics());
-    Parser nested(preprocessor, path, profile_, include_paths_, diagnostics());
+    Preprocessor preprocessor(lexer, include_paths_, files_, diagnostics());
+    Parser nested(preprocessor, path, profile_, include_paths_, files_, diagnostics());
     nested.import_chain_ = import_chain_;
     nested.imports_converted_ = imports_converted_;
     import_chain_->push_back(canonical);
+    const int errors_before = get_error_count();
     const bool parsed = nested.parse();
     import_chain_->pop_back();
-    add_counts(nested.get_error_count(), nested.get_warning_count());
-    if (!parsed && nested.get_error_count() == 0) add_counts(1, 0);  // a fault reported on standard error
+    // A fault reported on standard error counts no error of its own; it still fails the parse.
+    if (!parsed && get_error_count() == errors_before) diagnostics().count_error();
     return std::move(nested.description_.items);
 }
 
@@ -131,7 +130,7 @@ std::vector<Item> Parser::parse_import_list(const ItemTable& imported) {
         } else if (imported.contains(entry.text())) {
             selected.push_back(imported.get(entry.text()));
         } else {
-            diagnostics() << messages::import_object_missing << entry.text() << '\n';
+            diagnostics().line(concat({messages::import_object_missing, entry.text()}));
         }
         if (at(";") || at(",")) advance();
     }

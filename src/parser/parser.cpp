@@ -1,12 +1,10 @@
 #include "parser/parser.hpp"
 
-#include <iostream>
 #include <typeinfo>
 
 #include "diagnostics/exceptions.hpp"
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
-#include "diagnostics/report.hpp"
 #include "diagnostics/type_name.hpp"
 #include "model/parameter_value.hpp"
 #include "model/simple_value.hpp"
@@ -16,30 +14,31 @@
 namespace edd {
 
 Parser::Parser(TokenStream& source, std::string file_name, const Profile& profile,
-               std::vector<std::string> include_paths, std::ostream& diagnostics)
+               std::vector<std::string> include_paths, InputFiles& files, Diagnostics& diagnostics)
     : TokenReader(source, diagnostics),
       file_name_(std::move(file_name)),
       profile_(profile),
       include_paths_(std::move(include_paths)),
+      files_(files),
       import_chain_(std::make_shared<std::vector<std::string>>(1, canonical_path(file_name_))) {}
 
 // The handlers other than ParseError write to standard error, not to the diagnostics: they
 // stand for faults of the converter rather than of the description.
 bool Parser::parse() {
-    auto print_position = [this] {
-        std::cerr << messages::position << current().file_name() << '(' << current().line() << ")\n";
+    auto report_failure = [this](std::string_view failure) {
+        diagnostics().standard_error(failure);
+        diagnostics().standard_error(concat({messages::position, current().file_name(), "(",
+                                             std::to_string(current().line()), ")"}));
     };
     try {
         parse_description();
     } catch (const ParseError&) {
         return false;
     } catch (const std::exception& e) {
-        std::cerr << messages::failure_in_parser << ": " << e.what() << '(' << readable_type_name(typeid(e)) << ")\n";
-        print_position();
+        report_failure(concat({messages::failure_in_parser, ": ", e.what(), "(", readable_type_name(typeid(e)), ")"}));
         return false;
     } catch (...) {
-        std::cerr << messages::failure_in_parser << '\n';
-        print_position();
+        report_failure(messages::failure_in_parser);
         return false;
     }
     return get_error_count() == 0;

@@ -7,10 +7,10 @@
 #include <cstddef>
 #include <memory>
 #include <set>
-#include <ostream>
 #include <string>
 #include <vector>
 
+#include "files/input_files.hpp"
 #include "model/description.hpp"
 #include "model/type_value.hpp"
 #include "parser/token_reader.hpp"
@@ -21,7 +21,7 @@ namespace edd {
 class Parser : public TokenReader {
 public:
     Parser(TokenStream& source, std::string file_name, const Profile& profile, std::vector<std::string> include_paths,
-           std::ostream& diagnostics);
+           InputFiles& files, Diagnostics& diagnostics);
 
     // True when no error was counted and nothing fatal happened. Lets no exception out.
     bool parse();
@@ -152,6 +152,7 @@ private:
     Description description_;
     const Profile& profile_;
     std::vector<std::string> include_paths_;
+    InputFiles& files_;
     // The files being read, outermost first, as canonical paths; shared with nested parsers
     // so that a file importing itself, directly or not, is caught.
     std::shared_ptr<std::vector<std::string>> import_chain_;

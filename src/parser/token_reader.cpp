@@ -3,14 +3,13 @@
 #include "diagnostics/exceptions.hpp"
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
-#include "diagnostics/report.hpp"
 #include "frontend/keywords.hpp"
 #include "model/simple_value.hpp"
 #include "xml/text_utils.hpp"
 
 namespace edd {
 
-TokenReader::TokenReader(TokenStream& source, std::ostream& diagnostics)
+TokenReader::TokenReader(TokenStream& source, Diagnostics& diagnostics)
     : source_(source), diagnostics_(diagnostics) {
     advance();
 }
@@ -19,7 +18,7 @@ void TokenReader::advance() {
     Token token = source_.next_token();
     for (;;) {
         const auto kind = token.kind();
-        if (kind == ERROR) ++error_count_;
+        if (kind == ERROR) diagnostics_.count_error();
         else if (kind != WHITESPACE && kind != NEWLINE && kind != COMMENT) break;
         token = source_.next_token();
     }
@@ -27,23 +26,17 @@ void TokenReader::advance() {
     lookahead_ = std::move(token);
 }
 
-void TokenReader::report(std::string_view severity, std::string_view message) {
-    print_position(diagnostics_, current_.file_name(), current_.line());
-    diagnostics_ << ": " << severity << ": " << message << '\n';
-    diagnostics_.flush();
-}
-
 void TokenReader::error(std::string_view message) {
-    ++error_count_;
-    report(severity_word(Severity::error), message);
+    diagnostics_.report(Severity::error, current_.file_name(), current_.line(), message);
 }
 
 void TokenReader::warning(std::string_view message) {
-    ++warning_count_;
-    report(severity_word(Severity::warning), message);
+    diagnostics_.report(Severity::warning, current_.file_name(), current_.line(), message);
 }
 
-void TokenReader::information(std::string_view message) { report(severity_word(Severity::information), message); }
+void TokenReader::information(std::string_view message) {
+    diagnostics_.report(Severity::information, current_.file_name(), current_.line(), message);
+}
 
 void TokenReader::fatal(std::string_view message) {
     error(message);

@@ -4,11 +4,11 @@
 #pragma once
 
 #include <cstdint>
-#include <ostream>
 #include <set>
 #include <string>
 #include <string_view>
 
+#include "diagnostics/diagnostics.hpp"
 #include "frontend/token_stream.hpp"
 #include "model/value.hpp"
 
@@ -16,13 +16,14 @@ namespace edd {
 
 class TokenReader {
 public:
-    TokenReader(TokenStream& source, std::ostream& diagnostics);
+    TokenReader(TokenStream& source, Diagnostics& diagnostics);
     virtual ~TokenReader() = default;
     TokenReader(const TokenReader&) = delete;
     TokenReader& operator=(const TokenReader&) = delete;
 
-    int get_error_count() const { return error_count_; }
-    int get_warning_count() const { return warning_count_; }
+    // The run's counts: a nested reader (an imported file) counts into the same ones.
+    int get_error_count() const { return diagnostics_.errors(); }
+    int get_warning_count() const { return diagnostics_.warnings(); }
 
 protected:
     const Token& current() const { return current_; }
@@ -30,17 +31,11 @@ protected:
     // Moves the current token's text out, for a caller that keeps the token; the position
     // stays for messages until the next advance.
     Token take_current() { return std::move(current_); }
-    std::ostream& diagnostics() const { return diagnostics_; }
+    Diagnostics& diagnostics() const { return diagnostics_; }
 
     // Moves on by one significant token; blanks, line ends, comments and ERROR tokens are
     // skipped, and each ERROR token counts as an error (its line was printed already).
     void advance();
-
-    // Counts problems that a nested reader (an imported file) reported itself.
-    void add_counts(int errors, int warnings) {
-        error_count_ += errors;
-        warning_count_ += warnings;
-    }
 
     void error(std::string_view message);
     void warning(std::string_view message);
@@ -81,14 +76,10 @@ protected:
     static constexpr int max_depth = 1000;
 
 private:
-    void report(std::string_view severity, std::string_view message);
-
     Token current_;
     Token lookahead_;
     TokenStream& source_;
-    std::ostream& diagnostics_;
-    int error_count_ = 0;
-    int warning_count_ = 0;
+    Diagnostics& diagnostics_;
     int depth_ = 0;
 };
 

@@ -6,16 +6,13 @@
 
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
-#include "diagnostics/report.hpp"
 
 namespace edd {
 
 namespace {
 
-void report(std::ostream& out, const Item& item, std::string_view message) {
-    print_position(out, item.origin().file_name(), item.origin().line());
-    out << message << '\n';
-    out.flush();
+void report(Diagnostics& out, const Item& item, std::string_view message) {
+    out.positioned(item.origin().file_name(), item.origin().line(), message);
 }
 
 Item merge(const Item& item, const Item& base) {
@@ -31,7 +28,7 @@ Item merge(const Item& item, const Item& base) {
 // item is resolved once.
 class Resolver {
 public:
-    Resolver(const ItemTable& table, std::ostream& diagnostics) : table_(table), diagnostics_(diagnostics) {}
+    Resolver(const ItemTable& table, Diagnostics& diagnostics) : table_(table), diagnostics_(diagnostics) {}
 
     const Item& resolve(const Item& start) {
         std::vector<const Item*> chain{&start};
@@ -77,13 +74,13 @@ private:
     }
 
     const ItemTable& table_;
-    std::ostream& diagnostics_;
+    Diagnostics& diagnostics_;
     std::unordered_map<std::string, Item> resolved_;
 };
 
 }  // namespace
 
-Description resolve_like_items(const Description& parsed, std::ostream& diagnostics) {
+Description resolve_like_items(const Description& parsed, Diagnostics& diagnostics) {
     Description result;
     result.identification = parsed.identification;
     Resolver resolver(parsed.items, diagnostics);
@@ -91,7 +88,7 @@ Description resolve_like_items(const Description& parsed, std::ostream& diagnost
     return result;
 }
 
-Description resolve_like_items(Description&& parsed, std::ostream& diagnostics) {
+Description resolve_like_items(Description&& parsed, Diagnostics& diagnostics) {
     // The LIKE items first, in table order (which is the order of the reports): they read
     // their bases from the parsed table. Then every item moves over.
     std::vector<Item> resolved;

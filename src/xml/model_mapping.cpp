@@ -1,5 +1,5 @@
 // How items, attributes, members and every value kind become elements. The frame around
-// them, and the indentation helpers, are in xml_writer.cpp.
+// them is in xml_writer.cpp.
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -16,6 +16,7 @@
 #include "model/type_value.hpp"
 #include "model/value_list.hpp"
 #include "xml/xml_names.hpp"
+#include "xml/xml_output.hpp"
 #include "xml/xml_writer.hpp"
 
 namespace edd {
@@ -41,129 +42,115 @@ bool is_repeated(const Item& item, AttributeId id, const Value& value) {
 }
 
 // The transaction's "number" member becomes the element's attribute; write_member drops it.
-void set_transaction_number(DomElement element, const Value& value) {
+void write_transaction_number(XmlOutput& out, const Value& value) {
     if (value.kind() != ValueKind::COMPOSED) return;
     const auto& composed = static_cast<const ComposedValue&>(value);
-    if (composed.contains("number")) element.set_attribute("number", composed.value("number")->to_string());
+    if (composed.contains("number")) out.attribute("number", composed.value("number")->to_string());
 }
 
 }  // namespace
 
-void XML_Writer::write_object(DomElement parent, const Item& item) {
-    DomElement element = open_block(parent, item_type_word(item));
-    element.set_attribute("id", item.name());
-    if (item.has_parent()) element.set_attribute("parent", item.parent());
+void XML_Writer::write_object(XmlOutput& out, const Item& item) const {
+    out.open_block(item_type_word(item)).attribute("id", item.name());
+    if (item.has_parent()) out.attribute("parent", item.parent());
     if (item.type() == ItemType::RESPONSE_CODES) {
         // The codes go straight into the item: there is no response_code wrapper.
         if (item.has_attribute(AttributeId::response_code))
-            write_value(element, *item.attribute(AttributeId::response_code));
+            write_value(out, *item.attribute(AttributeId::response_code));
     } else {
         if (item.has_attribute(AttributeId::of_type))
-            write_attribute(element, item, AttributeId::of_type, *item.attribute(AttributeId::of_type));
+            write_attribute(out, item, AttributeId::of_type, *item.attribute(AttributeId::of_type));
         for (AttributeId id : item.defined_attributes())
-            if (id != AttributeId::of_type) write_attribute(element, item, id, *item.attribute(id));
+            if (id != AttributeId::of_type) write_attribute(out, item, id, *item.attribute(id));
     }
-    close_block(element);
+    out.close();
 }
 
-void XML_Writer::write_attribute(DomElement parent, const Item& item, AttributeId id, const Value& value) {
+void XML_Writer::write_attribute(XmlOutput& out, const Item& item, AttributeId id, const Value& value) const {
     if (!is_repeated(item, id, value)) {
-        write_attribute_element(parent, id, value);
+        write_attribute_element(out, id, value);
         return;
     }
-    for (const ValuePtr& entry : static_cast<const ValueList&>(value).items())
-        write_attribute_element(parent, id, *entry);
+    for (const ValuePtr& entry : static_cast<const ValueList&>(value).items()) write_attribute_element(out, id, *entry);
 }
 
-void XML_Writer::write_attribute_element(DomElement parent, AttributeId id, const Value& value) {
-    DomElement element = open_block(parent, name_of(id));
-    if (id == AttributeId::TRANSACTION) set_transaction_number(element, value);
-    write_value(element, value);
-    close_block(element);
+void XML_Writer::write_attribute_element(XmlOutput& out, AttributeId id, const Value& value) const {
+    out.open_block(name_of(id));
+    if (id == AttributeId::TRANSACTION) write_transaction_number(out, value);
+    write_value(out, value);
+    out.close();
 }
 
-void XML_Writer::write_member(DomElement parent, const Attribute& member) {
+void XML_Writer::write_member(XmlOutput& out, const Attribute& member) const {
     if (member.name() == "number") return;
     if (member.name().empty()) {
-        write_value(parent, *member.value());
+        write_value(out, *member.value());
         return;
     }
-    DomElement element = open_block(parent, member.name());
-    write_value(element, *member.value());
-    close_block(element);
+    out.open_block(member.name());
+    write_value(out, *member.value());
+    out.close();
 }
 
-void XML_Writer::write_value(DomElement parent, const Value& value) {
+void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
     switch (value.kind()) {
     case ValueKind::UNDEFINED:
     case ValueKind::OPERATOR:
     case ValueKind::CASE: return;
-    case ValueKind::STRING:
+    case ValueKind::STRING: write_string(out, static_cast<const SimpleValue&>(value).text(), true); return;
     case ValueKind::INTEGER:
     case ValueKind::FLOAT:
-    case ValueKind::DATA_MASK: {
-        const std::string& text = static_cast<const SimpleValue&>(value).text();
-        DomElement element = append(parent, type_to_xname(value.kind()));
-        if (value.kind() == ValueKind::STRING) write_string_text(element, text);
-        else element.append_text(text);
+    case ValueKind::DATA_MASK:
+        out.open_line(type_to_xname(value.kind())).text(static_cast<const SimpleValue&>(value).text()).close();
         return;
-    }
     case ValueKind::IDENTIFIER:
-        append(parent, "reference").set_attribute("ref", static_cast<const SimpleValue&>(value).text());
+        out.open_line("reference").attribute("ref", static_cast<const SimpleValue&>(value).text()).close();
         return;
     case ValueKind::DICTIONARY_REFERENCE:
         // The text itself is listed once, under USED_DICT_KEYS.
-        append(parent, "string").set_attribute("dictref", static_cast<const SimpleValue&>(value).text());
+        out.open_line("string").attribute("dictref", static_cast<const SimpleValue&>(value).text()).close();
         return;
-    case ValueKind::KEYWORD: append(parent, static_cast<const SimpleValue&>(value).text()); return;
-    case ValueKind::TYPE: write_type(parent, static_cast<const TypeValue&>(value)); return;
+    case ValueKind::KEYWORD: out.open_line(static_cast<const SimpleValue&>(value).text()).close(); return;
+    case ValueKind::TYPE: write_type(out, static_cast<const TypeValue&>(value)); return;
     case ValueKind::VALUE_LIST: {
         const auto& list = static_cast<const ValueList&>(value);
-        if (list.name().empty()) {
-            for (const ValuePtr& entry : list.items()) write_value(parent, *entry);
-            return;
-        }
-        DomElement element = open_block(parent, list.name());
-        for (const ValuePtr& entry : list.items()) write_value(element, *entry);
-        close_block(element);
+        if (!list.name().empty()) out.open_block(list.name());
+        for (const ValuePtr& entry : list.items()) write_value(out, *entry);
+        if (!list.name().empty()) out.close();
         return;
     }
     case ValueKind::CODE:
     case ValueKind::EXPRESSION:
     case ValueKind::METHOD_CALL:
-        append(parent, value.kind() == ValueKind::CODE ? "code" : "expression").append_text(trimmed_text(value));
+        out.open_line(value.kind() == ValueKind::CODE ? "code" : "expression").text(trimmed_text(value)).close();
         return;
-    case ValueKind::IF_CONDITIONAL: write_if(parent, static_cast<const IfConditional&>(value)); return;
-    case ValueKind::SELECT_CONDITIONAL: write_select(parent, static_cast<const SelectConditional&>(value)); return;
+    case ValueKind::IF_CONDITIONAL: write_if(out, static_cast<const IfConditional&>(value)); return;
+    case ValueKind::SELECT_CONDITIONAL: write_select(out, static_cast<const SelectConditional&>(value)); return;
     case ValueKind::COMPOSED: {
         const auto& composed = static_cast<const ComposedValue&>(value);
-        if (composed.name().empty()) {
-            for (const Attribute& member : composed.attributes()) write_member(parent, member);
-            return;
-        }
-        DomElement element = open_block(parent, composed.name());
-        for (const Attribute& member : composed.attributes()) write_member(element, member);
-        close_block(element);
+        if (!composed.name().empty()) out.open_block(composed.name());
+        for (const Attribute& member : composed.attributes()) write_member(out, member);
+        if (!composed.name().empty()) out.close();
         return;
     }
     case ValueKind::REFERENCE: {
         const auto& reference = static_cast<const ReferenceValue&>(value);
         if (!reference.has_argument()) {
-            append(parent, "reference").set_attribute("ref", reference.name());
+            out.open_line("reference").attribute("ref", reference.name()).close();
             return;
         }
-        DomElement element = open_block(parent, "reference");
-        element.set_attribute("ref", reference.name());
-        write_value(element, *reference.argument());
-        close_block(element);
+        out.open_block("reference").attribute("ref", reference.name());
+        write_value(out, *reference.argument());
+        out.close();
         return;
     }
     case ValueKind::PARAMETER: {
         const auto& parameter = static_cast<const ParameterValue&>(value);
-        DomElement element = append(parent, parameter_element_name(parameter.type()));
         const bool by_reference = parameter.mode() == static_cast<std::uint32_t>(ParameterMode::CALL_BY_REFERENCE);
-        element.set_attribute("call_by_reference", by_reference ? "true" : "false");
-        element.append_text(parameter.name());
+        out.open_line(parameter_element_name(parameter.type()))
+            .attribute("call_by_reference", by_reference ? "true" : "false")
+            .text(parameter.name())
+            .close();
         return;
     }
     }
@@ -172,41 +159,39 @@ void XML_Writer::write_value(DomElement parent, const Value& value) {
 
 // The type element stays empty: its members and values follow it in the parent, at the
 // same depth. Readers of the document rely on that layout.
-void XML_Writer::write_type(DomElement parent, const TypeValue& type) {
-    DomElement element = append(parent, type.name());
-    if (type.size() != 0) element.set_attribute("size", std::to_string(type.size()));
-    for (const auto& [name, member] : type.attribute_map()) write_member(parent, member);
-    for (const ValuePtr& entry : type.values()) write_value(parent, *entry);
+void XML_Writer::write_type(XmlOutput& out, const TypeValue& type) const {
+    out.open_line(type.name());
+    if (type.size() != 0) out.attribute("size", std::to_string(type.size()));
+    out.close();
+    for (const auto& [name, member] : type.attribute_map()) write_member(out, member);
+    for (const ValuePtr& entry : type.values()) write_value(out, *entry);
 }
 
-void XML_Writer::write_if(DomElement parent, const IfConditional& choice) {
-    DomElement element = open_block(parent, "IF");
-    element.set_attribute("condition", trimmed_text(choice.condition()));
-    write_value(element, choice.then_value());
+void XML_Writer::write_if(XmlOutput& out, const IfConditional& choice) const {
+    out.open_block("IF").attribute("condition", trimmed_text(choice.condition()));
+    write_value(out, choice.then_value());
     if (choice.has_else()) {
-        DomElement otherwise = open_block(element, "ELSE");
-        write_value(otherwise, choice.else_value());
-        close_block(otherwise);
+        out.open_block("ELSE");
+        write_value(out, choice.else_value());
+        out.close();
     }
-    close_block(element);
+    out.close();
 }
 
-void XML_Writer::write_select(DomElement parent, const SelectConditional& choice) {
-    DomElement element = open_block(parent, "SELECT");
-    element.set_attribute("condition", trimmed_text(choice.selector()));
+void XML_Writer::write_select(XmlOutput& out, const SelectConditional& choice) const {
+    out.open_block("SELECT").attribute("condition", trimmed_text(choice.selector()));
     for (std::size_t i = 0; i < choice.case_count(); ++i) {
         const SelectConditional::Case& branch = choice.case_at(i);
-        DomElement label = open_block(element, "CASE");
-        label.set_attribute("value", trimmed_text(branch.label()));
-        write_value(label, branch.value());
-        close_block(label);
+        out.open_block("CASE").attribute("value", trimmed_text(branch.label()));
+        write_value(out, branch.value());
+        out.close();
     }
     if (choice.has_default()) {
-        DomElement fallback = open_block(element, "DEFAULT");
-        write_value(fallback, choice.default_value());
-        close_block(fallback);
+        out.open_block("DEFAULT");
+        write_value(out, choice.default_value());
+        out.close();
     }
-    close_block(element);
+    out.close();
 }
 
 }  // namespace edd

@@ -52,7 +52,8 @@ std::string kind_word(const Token& t) {
 // Every token up to END_OF_FILE, which must then repeat with the same line.
 std::string lex(std::string_view text, bool blank_runs, std::string& diagnostics) {
     std::ostringstream diag;
-    Lexer lexer = Lexer::from_text(std::string(text), "name.ddl", diag);
+    Diagnostics sink(diag, diag);
+    Lexer lexer = Lexer::from_text(std::string(text), "name.ddl", sink);
     lexer.set_blank_runs(blank_runs);
     std::string out;
     int line = 1;

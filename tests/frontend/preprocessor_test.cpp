@@ -26,8 +26,10 @@ struct Drained {
 
 Drained drain(std::string text, std::vector<std::string> include_paths) {
     std::ostringstream diag;
-    Lexer lexer = Lexer::from_text(std::move(text), "main.ddl", diag);
-    Preprocessor pp(lexer, std::move(include_paths), diag);
+    Diagnostics sink(diag, diag);
+    InputFiles files;
+    Lexer lexer = Lexer::from_text(std::move(text), "main.ddl", sink);
+    Preprocessor pp(lexer, std::move(include_paths), files, sink);
     Drained out;
     for (Token t = pp.next_token(); !t.is(END_OF_FILE); t = pp.next_token()) {
         if (t.is(WHITESPACE) || t.is(NEWLINE) || t.is(COMMENT)) continue;

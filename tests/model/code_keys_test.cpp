@@ -15,7 +15,8 @@ namespace {
 // The keys of code as the parser keeps it: its tokens without blanks and comments.
 std::string keys_of(std::string code) {
     std::ostringstream diag;
-    Lexer lexer = Lexer::from_text(std::move(code), "code", diag);
+    Diagnostics sink(diag, diag);
+    Lexer lexer = Lexer::from_text(std::move(code), "code", sink);
     std::vector<Token> tokens;
     for (Token t = lexer.next_token(); !t.is(END_OF_FILE); t = lexer.next_token())
         if (!t.is(WHITESPACE) && !t.is(NEWLINE) && !t.is(COMMENT)) tokens.push_back(t);

@@ -103,10 +103,12 @@ TEST(Expression, Table) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.expression);
         std::ostringstream diag;
+        Diagnostics sink(diag, diag);
+        InputFiles files;
         Lexer lexer = Lexer::from_text("MANUFACTURER 1\nVARIABLE v { LABEL " + std::string(c.expression) + "; }\n",
-                                       "main.ddl", diag);
-        Preprocessor preprocessor(lexer, {}, diag);
-        Parser parser(preprocessor, "main.ddl", select_profile(""), {}, diag);
+                                       "main.ddl", sink);
+        Preprocessor preprocessor(lexer, {}, files, sink);
+        Parser parser(preprocessor, "main.ddl", select_profile(""), {}, files, sink);
         EXPECT_EQ(parser.parse(), c.diagnostics.find("error") == std::string_view::npos);
         const ItemTable& items = parser.description().items;
         const bool parsed = items.contains("v") && items.get("v").has_attribute(AttributeId::LABEL);

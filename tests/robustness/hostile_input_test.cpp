@@ -256,8 +256,10 @@ TEST(FrontEndRobustness, DrainsAnyInput) {
     const test::TempDir empty;
     auto drains = [&](const std::string& text) {
         std::ostringstream diag;
-        Lexer lexer = Lexer::from_text(text, "main.ddl", diag);
-        Preprocessor pp(lexer, {empty.str()}, diag);
+        Diagnostics sink(diag, diag);
+        InputFiles files;
+        Lexer lexer = Lexer::from_text(text, "main.ddl", sink);
+        Preprocessor pp(lexer, {empty.str()}, files, sink);
         for (int i = 0; i < 10'000'000; ++i)
             if (pp.next_token().is(END_OF_FILE)) return true;
         return false;

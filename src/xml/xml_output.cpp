@@ -1,0 +1,205 @@
+#include "xml/xml_output.hpp"
+
+#include <array>
+#include <cassert>
+#include <cstdint>
+#include <cstring>
+#include <stdexcept>
+
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
+#include "xml/document_text.hpp"
+
+namespace edd {
+
+namespace {
+
+constexpr std::size_t capacity = std::size_t{1} << 16;
+constexpr std::size_t indentation = 4;  // blanks per level
+
+// Document text of a model string, copied only when the text rule changes it.
+class DocumentText {
+public:
+    explicit DocumentText(std::string_view text) : view_(text) {
+        if (!is_plain_document_text(text)) {
+            converted_ = to_document_text(text);
+            view_ = converted_;
+        }
+    }
+    std::string_view view() const { return view_; }
+
+private:
+    std::string converted_;
+    std::string_view view_;
+};
+
+// ---- Names ---------------------------------------------------------------------------
+
+bool in(std::uint32_t c, std::uint32_t low, std::uint32_t high) { return c >= low && c <= high; }
+
+bool is_name_start(std::uint32_t c) {
+    return c == ':' || c == '_' || in(c, 'A', 'Z') || in(c, 'a', 'z') || in(c, 0xC0, 0xD6) || in(c, 0xD8, 0xF6) ||
+           in(c, 0xF8, 0x2FF) || in(c, 0x370, 0x37D) || in(c, 0x37F, 0x1FFF) || in(c, 0x200C, 0x200D) ||
+           in(c, 0x2070, 0x218F) || in(c, 0x2C00, 0x2FEF) || in(c, 0x3001, 0xD7FF) || in(c, 0xF900, 0xFDCF) ||
+           in(c, 0xFDF0, 0xFFFD) || in(c, 0x10000, 0xEFFFF);
+}
+
+bool is_name_char(std::uint32_t c) {
+    return is_name_start(c) || c == '-' || c == '.' || in(c, '0', '9') || c == 0xB7 || in(c, 0x300, 0x36F) ||
+           in(c, 0x203F, 0x2040);
+}
+
+// One character of document text, which is well-formed UTF-8.
+std::uint32_t next_code_point(std::string_view text, std::size_t& at) {
+    const auto lead = static_cast<unsigned char>(text[at++]);
+    if (lead < 0x80) return lead;
+    const std::size_t trailing = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
+    std::uint32_t c = lead & (0x3Fu >> trailing);
+    for (std::size_t k = 0; k < trailing && at < text.size(); ++k)
+        c = (c << 6) | (static_cast<unsigned char>(text[at++]) & 0x3Fu);
+    return c;
+}
+
+bool is_xml_name(std::string_view text) {
+    std::size_t at = 0;
+    if (text.empty() || !is_name_start(next_code_point(text, at))) return false;
+    while (at < text.size())
+        if (!is_name_char(next_code_point(text, at))) return false;
+    return true;
+}
+
+// ---- Escaping --------------------------------------------------------------------------
+// '&', '<' and '>' in text; '&', '<' and '"' in attribute values, and there tab, line feed
+// and carriage return as "&#NN;" too, so that a reader gives them back as they were.
+
+constexpr unsigned char in_text = 1, in_attribute = 2;
+constexpr auto escapes = [] {
+    std::array<unsigned char, 256> t{};
+    for (int c = 1; c < 0x20; ++c) t[c] = in_text | in_attribute;
+    t['\t'] = t['\n'] = t['\r'] = in_attribute;
+    t['&'] = t['<'] = in_text | in_attribute;
+    t['>'] = in_text;
+    t['"'] = in_attribute;
+    return t;
+}();
+
+}  // namespace
+
+XmlOutput::XmlOutput(Deliver deliver) : deliver_(std::move(deliver)), buffer_(new char[capacity]) {}
+
+void XmlOutput::put(char c) {
+    if (used_ == capacity) flush();
+    buffer_[used_++] = c;
+}
+
+void XmlOutput::put(std::string_view bytes) {
+    if (bytes.size() > capacity - used_) {
+        flush();
+        if (bytes.size() > capacity) {
+            deliver_(bytes);
+            return;
+        }
+    }
+    std::memcpy(buffer_.get() + used_, bytes.data(), bytes.size());
+    used_ += bytes.size();
+}
+
+void XmlOutput::flush() {
+    if (used_ != 0) deliver_(std::string_view(buffer_.get(), used_));
+    used_ = 0;
+}
+
+// Plain runs are copied in one piece; only the few characters that need it are replaced.
+void XmlOutput::put_escaped(std::string_view raw, unsigned char context) {
+    const DocumentText text(raw);
+    const std::string_view bytes = text.view();
+    std::size_t run = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const auto c = static_cast<unsigned char>(bytes[i]);
+        if ((escapes[c] & context) == 0) continue;
+        put(bytes.substr(run, i - run));
+        run = i + 1;
+        switch (c) {
+        case '&': put("&amp;"); break;
+        case '<': put("&lt;"); break;
+        case '>': put("&gt;"); break;
+        case '"': put("&quot;"); break;
+        default: {
+            const char reference[] = {'&', '#', static_cast<char>('0' + c / 10), static_cast<char>('0' + c % 10), ';'};
+            put(std::string_view(reference, sizeof reference));
+        }
+        }
+    }
+    put(bytes.substr(run));
+}
+
+void XmlOutput::declaration() { put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"); }
+
+void XmlOutput::line_break(std::size_t depth) {
+    static const std::string blanks = '\n' + std::string(16 * indentation, ' ');
+    const std::size_t count = depth * indentation;
+    if (count < blanks.size()) {
+        put(std::string_view(blanks).substr(0, count + 1));
+        return;
+    }
+    put('\n');
+    for (std::size_t i = 0; i < depth; ++i) put(std::string_view(blanks).substr(1, indentation));
+}
+
+void XmlOutput::end_start_tag() {
+    if (!start_tag_open_) return;
+    put('>');
+    start_tag_open_ = false;
+}
+
+XmlOutput& XmlOutput::open(std::string_view name, Layout layout) {
+    const DocumentText text(name);
+    // A name XML cannot read would make the whole document unreadable.
+    if (!is_xml_name(text.view())) throw std::logic_error(format_message(messages::invalid_element_name, {text.view()}));
+    end_start_tag();
+    if (layout != Layout::inline_ && !open_.empty()) line_break(open_.size());
+    put('<');
+    put(text.view());
+    open_.push_back({std::string(text.view()), layout});
+    start_tag_open_ = true;
+    return *this;
+}
+
+XmlOutput& XmlOutput::open_block(std::string_view name) { return open(name, Layout::block); }
+XmlOutput& XmlOutput::open_line(std::string_view name) { return open(name, Layout::line); }
+XmlOutput& XmlOutput::open_inline(std::string_view name) { return open(name, Layout::inline_); }
+
+XmlOutput& XmlOutput::attribute(std::string_view name, std::string_view value) {
+    assert(start_tag_open_);
+    put(' ');
+    put(name);
+    put("=\"");
+    put_escaped(value, in_attribute);
+    put('"');
+    return *this;
+}
+
+XmlOutput& XmlOutput::text(std::string_view content) {
+    end_start_tag();
+    put_escaped(content, in_text);
+    return *this;
+}
+
+void XmlOutput::close() {
+    assert(!open_.empty());
+    const Open element = std::move(open_.back());
+    open_.pop_back();
+    if (start_tag_open_ && element.layout != Layout::block) {
+        put("/>");
+        start_tag_open_ = false;
+        return;
+    }
+    end_start_tag();
+    if (element.layout == Layout::block) line_break(open_.size());
+    put("</");
+    put(element.name);
+    put('>');
+    if (open_.empty()) put('\n');  // the document ends with a line end
+}
+
+}  // namespace edd

@@ -1,0 +1,1 @@
+#define LABEL_TEXT "v"
