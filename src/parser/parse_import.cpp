@@ -8,7 +8,7 @@
 #include "frontend/preprocessor.hpp"
 #include "parser/canonical_path.hpp"
 #include "parser/parser.hpp"
-#include "xml/text_utils.hpp"
+#include "text/text_utils.hpp"
 
 namespace edd {
 

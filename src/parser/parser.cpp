@@ -8,7 +8,7 @@
 #include "diagnostics/type_name.hpp"
 #include "model/parameter_value.hpp"
 #include "model/simple_value.hpp"
-#include "xml/text_utils.hpp"
+#include "text/text_utils.hpp"
 #include "parser/canonical_path.hpp"
 
 namespace edd {

@@ -6,7 +6,7 @@
 #include "diagnostics/messages.hpp"
 #include "model/conditionals.hpp"
 #include "model/simple_value.hpp"
-#include "xml/text_utils.hpp"
+#include "text/text_utils.hpp"
 
 namespace edd {
 

@@ -1,5 +1,5 @@
 // Small routines on 8-bit strings: EDDL integer literals, paths, markup escaping, internal
-// checks and UTF-8 decoding. The text rule for document strings is in document_text.hpp.
+// checks and UTF-8 decoding. The text rule for document strings is the writer's (xml/).
 #pragma once
 
 #include <cstdint>

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "xml/text_utils.hpp"
+#include "text/text_utils.hpp"
 
 namespace edd {
 namespace {

@@ -1,5 +1,5 @@
 // Integer literals, paths, escaping, checks and UTF-8 decoding for the writer and the profiles.
-#include "xml/text_utils.hpp"
+#include "text/text_utils.hpp"
 
 #include <charconv>
 #include <filesystem>
