@@ -24,7 +24,7 @@
 #include "model/dictionary.hpp"
 #include "parser/dictionary_reader.hpp"
 #include "parser/parser.hpp"
-#include "validation/like_resolution.hpp"
+#include "model/like_resolution.hpp"
 #include "xml/xml_writer.hpp"
 
 namespace {
@@ -124,8 +124,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         edd::Preprocessor preprocessor(lexer, include_paths, files, diagnostics);
         edd::Parser parser(preprocessor, main_file, edd::fuzz::profile_for(size), include_paths, files, diagnostics);
         parser.parse();
-        const edd::Description description = edd::resolve_like_items(parser.description(), diagnostics);
-        edd::XML_Writer writer(description, include_paths, files, diagnostics);
+        edd::Description description = parser.take_description();
+        edd::resolve_like_items(description, diagnostics);
+        edd::XML_Writer writer(std::move(description), include_paths, files, diagnostics);
         if (split != std::string::npos) {
             edd::Lexer dictionary_lexer(edd::Lexer::FromText{}, input.substr(split + kDictionarySeparator.size()),
                                         "main.dct", diagnostics);

@@ -84,23 +84,21 @@ inline constexpr std::string_view table_macro_already_defined = "Preprocessor: M
 inline constexpr std::string_view table_macro_not_existent =
     "Preprocessor: Trying to undefine macro that is not existent.";
 
-// Parser: token expectations and names.
-inline constexpr std::string_view expected = "Expected ";
-inline constexpr std::string_view but_got = " but got ";
-inline constexpr std::string_view expected_integer_but_got = "Expected integer but got ";
-inline constexpr std::string_view expected_float_but_got = "Expected float but got ";
-inline constexpr std::string_view expected_keyword_but_got = "Expected keyword but got ";
-inline constexpr std::string_view expected_string_literal = "Expected string literal but got %0.";
-inline constexpr std::string_view expected_string_literal_and_got = "Expected string literal and got ";
+// Parser: token expectations and names. %0 is the token's text, %1 the token as printed
+// (kind and text), %2 what was expected.
+inline constexpr std::string_view expected_text = "Expected %2 but got %0";
+inline constexpr std::string_view expected_integer_but_got = "Expected integer but got %0";
+inline constexpr std::string_view expected_float_but_got = "Expected float but got %0";
+inline constexpr std::string_view expected_keyword_but_got = "Expected keyword but got %0";
+inline constexpr std::string_view expected_string_literal = "Expected string literal but got %1.";
+inline constexpr std::string_view expected_string_literal_and_got = "Expected string literal and got %1.";
 inline constexpr std::string_view expected_integer = "Expected integer";
-inline constexpr std::string_view expected_capital_keyword_but_got = "Expected Keyword but got ";
-inline constexpr std::string_view expected_keyword_word = "Expected keyword ";
-inline constexpr std::string_view expected_keywords = "Expected keywords ";
-inline constexpr std::string_view but_got_colon = " but got: ";
-inline constexpr std::string_view expected_identifier_but_got = "Expected identifier but got ";
-inline constexpr std::string_view reserved_eddl_keyword = " is a reseved EDDL keyword.";
-inline constexpr std::string_view reserved_method_keyword = " is a reseved METHOD keyword.";
-inline constexpr std::string_view reserved_keyword = " is a reseved keyword.";
+inline constexpr std::string_view expected_keywords = "Expected keywords %2 but got: %0.";
+inline constexpr std::string_view expected_identifier_but_got = "Expected identifier but got %0";
+inline constexpr std::string_view expected_dictionary_key = "Expected identifier but got %1.";
+inline constexpr std::string_view reserved_eddl_keyword = "%0 is a reseved EDDL keyword.";
+inline constexpr std::string_view reserved_method_keyword = "%0 is a reseved METHOD keyword.";
+inline constexpr std::string_view reserved_keyword = "%0 is a reseved keyword.";
 inline constexpr std::string_view failure_in_parser = "failure in parser";
 inline constexpr std::string_view position = "position: ";
 

@@ -21,9 +21,9 @@
 #include "frontend/preprocessor.hpp"
 #include "model/description.hpp"
 #include "model/dictionary.hpp"
+#include "model/like_resolution.hpp"
 #include "parser/dictionary_reader.hpp"
 #include "parser/parser.hpp"
-#include "validation/like_resolution.hpp"
 #include "validation/profile.hpp"
 #include "xml/xml_writer.hpp"
 
@@ -155,8 +155,9 @@ int convert(Options& options, Diagnostics& diagnostics, Cleanup cleanup) {
     if (!parser.parse() && !options.continue_on_error) return exit_status::parse_failed;
 
     // The description moves on from stage to stage: a run holds one copy of it.
-    XML_Writer& writer =
-        stages.make<XML_Writer>(resolve_like_items(parser.take_description(), diagnostics), files, diagnostics);
+    Description description = parser.take_description();
+    resolve_like_items(description, diagnostics);
+    XML_Writer& writer = stages.make<XML_Writer>(std::move(description), files, diagnostics);
 
     if (!options.dictionary_files.empty()) {
         Dictionary dictionary;

@@ -1,53 +1,82 @@
 #include "model/code_value.hpp"
 
-#include <cstdint>
+#include <algorithm>
 
 namespace edd {
 
-std::string render_tokens(const std::vector<Token>& tokens, bool quote_strings, bool separate) {
+namespace {
+
+// One pass with a memory of two tokens: an identifier after "[" is a key unless an
+// identifier stands before the bracket (that is indexing); an identifier after
+// "get_dictionary_string(" is a key too. `found` hears of each key; it stops the scan by
+// returning false.
+template <class Found>
+void scan_keys(std::span<const CodeToken> tokens, Found found) {
+    constexpr std::string_view lookup_function = "get_dictionary_string";
+    std::uint32_t previous = UNDEFINED;
+    std::uint32_t before_previous = UNDEFINED;
+    bool previous_is_lookup = false;
+    bool before_previous_is_lookup = false;
+    for (const CodeToken& token : tokens) {
+        if (token.kind == IDENTIFIER) {
+            const bool key = (previous == LEFT_SQUARE_BRACKET && before_previous != IDENTIFIER) ||
+                             (previous == LEFT_BRACKET && before_previous_is_lookup);
+            if (key && !found(token.text)) return;
+        }
+        before_previous = previous;
+        before_previous_is_lookup = previous_is_lookup;
+        previous = token.kind;
+        previous_is_lookup = token.kind == IDENTIFIER && token.text == lookup_function;
+    }
+}
+
+}  // namespace
+
+std::string render_tokens(std::span<const CodeToken> tokens, bool quote_strings, bool separate) {
     std::string text;
-    for (const Token& token : tokens) {
-        if (quote_strings && token.is(STRING)) {
+    for (const CodeToken& token : tokens) {
+        if (quote_strings && token.kind == STRING) {
             text += '"';
-            text += token.text();
+            text += token.text;
             text += '"';
         } else {
-            text += token.text();
+            text += token.text;
         }
         if (separate) text += ' ';
     }
     return text;
 }
 
+CodeValue::CodeValue(Arena& arena, std::span<const Token> tokens) : Value(ValueKind::CODE), tokens_(arena.resource()) {
+    tokens_.reserve(tokens.size());
+    for (const Token& token : tokens) tokens_.push_back({token.kind(), arena.copy(token.text())});
+    bool keys = false;
+    scan_keys(tokens_, [&keys](std::string_view) { return !(keys = true); });
+    set_has_keys(keys);
+}
+
+ValuePtr CodeValue::clone(Arena& arena) const {
+    auto* copy = arena.make<CodeValue>(text_);
+    copy->tokens_.assign(tokens_.begin(), tokens_.end());  // the texts stay in the arena they are in
+    copy->set_has_keys(has_keys());
+    return copy;
+}
+
 bool CodeValue::equals(const Value& other) const {
     if (other.kind() != ValueKind::CODE) return false;
     const auto* code = dynamic_cast<const CodeValue*>(&other);
-    return code != nullptr && tokens_ == code->tokens_ && text_ == code->text_;
+    return code != nullptr && std::ranges::equal(tokens_, code->tokens_) && text_ == code->text_;
 }
 
-std::string CodeValue::to_string() const { return has_tokens() ? render_tokens(tokens_, true, true) : text_; }
+std::string CodeValue::to_string() const {
+    return has_tokens() ? render_tokens(tokens_, true, true) : std::string(text_);
+}
 
-// One pass with a memory of two tokens: an identifier after "[" is a key unless an
-// identifier stands before the bracket (that is indexing); an identifier after
-// "get_dictionary_string(" is a key too.
 void CodeValue::collect_dictionary_keys(KeySet& keys) const {
-    constexpr std::string_view lookup_function = "get_dictionary_string";
-    std::uint32_t previous = UNDEFINED;
-    std::uint32_t before_previous = UNDEFINED;
-    bool previous_is_lookup = false;
-    bool before_previous_is_lookup = false;
-    for (const Token& token : tokens_) {
-        if (token.is(IDENTIFIER)) {
-            if (previous == LEFT_SQUARE_BRACKET && before_previous != IDENTIFIER)
-                keys.emplace(token.text());
-            else if (previous == LEFT_BRACKET && before_previous_is_lookup)
-                keys.emplace(token.text());
-        }
-        before_previous = previous;
-        before_previous_is_lookup = previous_is_lookup;
-        previous = token.kind();
-        previous_is_lookup = token.is(IDENTIFIER) && token.text() == lookup_function;
-    }
+    scan_keys(tokens_, [&keys](std::string_view key) {
+        keys.emplace(key);
+        return true;
+    });
 }
 
 }  // namespace edd

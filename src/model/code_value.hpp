@@ -1,7 +1,11 @@
 // Program text (a METHOD body, say) kept as the tokens the lexer delivered, or as a text.
 #pragma once
 
+#include <cstdint>
+#include <memory_resource>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "frontend/token.hpp"
@@ -9,28 +13,35 @@
 
 namespace edd {
 
+// One token of code: its kind and its text, in the arena.
+struct CodeToken {
+    std::uint32_t kind;
+    std::string_view text;
+    friend bool operator==(const CodeToken&, const CodeToken&) = default;
+};
+
 // The tokens' texts in order; strings re-quoted when asked, each token followed by a blank
 // when asked.
-std::string render_tokens(const std::vector<Token>& tokens, bool quote_strings, bool separate);
+std::string render_tokens(std::span<const CodeToken> tokens, bool quote_strings, bool separate);
 
-class CodeValue final : public ValueOf<CodeValue, ValueKind::CODE> {
+class CodeValue final : public Value {
 public:
-    CodeValue() = default;
-    explicit CodeValue(std::string text) : text_(std::move(text)) {}
-    explicit CodeValue(std::vector<Token> tokens) : tokens_(std::move(tokens)) {}
+    CodeValue(Arena& arena, std::string_view text) : Value(ValueKind::CODE), tokens_(arena.resource()), text_(arena.copy(text)) {}
+    CodeValue(Arena& arena, std::span<const Token> tokens);
 
+    ValuePtr clone(Arena& arena) const override;
     bool equals(const Value& other) const override;
     std::string to_string() const override;
     // Picks "[key]" references and get_dictionary_string(key) arguments out of the code.
     void collect_dictionary_keys(KeySet& keys) const override;
 
-    const std::vector<Token>& tokens() const { return tokens_; }
-    const std::string& text() const { return text_; }
+    std::span<const CodeToken> tokens() const { return tokens_; }
+    std::string_view text() const { return text_; }
     bool has_tokens() const { return !tokens_.empty(); }
 
 private:
-    std::vector<Token> tokens_;
-    std::string text_;
+    std::pmr::vector<CodeToken> tokens_;
+    std::string_view text_;
 };
 
 }  // namespace edd

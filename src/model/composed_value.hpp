@@ -1,37 +1,40 @@
 // A structured list entry whose fields are named attributes (an ELEMENTS entry, a menu
-// item with qualifiers, ...). It never compares equal to anything.
+// item with qualifiers, ...). Copies clone the fields' values. It never compares equal.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "model/attribute.hpp"
 #include "model/value.hpp"
 
 namespace edd {
 
-class ComposedValue final : public ValueOf<ComposedValue, ValueKind::COMPOSED> {
+class ComposedValue final : public Value {
 public:
-    explicit ComposedValue(std::string name = std::string()) : name_(std::move(name)) {}
+    explicit ComposedValue(Arena& arena, std::string_view name = {})
+        : Value(ValueKind::COMPOSED), name_(arena.copy(name)), attributes_(arena.resource()) {}
 
+    ValuePtr clone(Arena& arena) const override;
     bool equals(const Value&) const override { return false; }
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
-    const std::string& name() const { return name_; }
+    std::string_view name() const { return name_; }
     bool has_attributes() const { return !attributes_.empty(); }
-    void set(std::string name, ValuePtr value) { attributes_.set(std::move(name), std::move(value)); }
-    void set(const Attribute& attribute) { attributes_.set(attribute); }
-    void set(Attribute&& attribute) { attributes_.set(std::move(attribute)); }
+    void set(std::string_view name, ValuePtr value) {
+        take_keys_of(value);
+        attributes_.set(name, value);
+    }
     const Attribute& get(std::string_view name) const { return attributes_.get(name); }
     const ValuePtr& value(std::string_view name) const { return attributes_.value(name); }
     void remove(std::string_view name) { attributes_.remove(name); }
     bool contains(std::string_view name) const { return attributes_.contains(name); }
-    const std::vector<Attribute>& attributes() const { return attributes_.all(); }
+    std::span<const Attribute> attributes() const { return attributes_.all(); }
 
 private:
-    std::string name_;
+    std::string_view name_;
     AttributeList attributes_;
 };
 

@@ -1,15 +1,13 @@
 #include "model/conditionals.hpp"
 
-#include "model/simple_value.hpp"
-
 namespace edd {
 
-IfConditional::IfConditional() : condition_(make_value<NullValue>()), then_(make_value<NullValue>()) {}
-
-// The note fields are not carried over: a copy starts with defaults.
-IfConditional::IfConditional(const IfConditional& other)
-    : condition_(clone_of(other.condition_)), then_(clone_of(other.then_)) {
-    if (other.has_else()) else_ = clone_of(other.else_);
+ValuePtr IfConditional::clone(Arena& arena) const {
+    auto* copy = arena.make<IfConditional>();
+    copy->set_condition(clone_of(condition_, arena));
+    copy->set_then(clone_of(then_, arena));
+    if (has_else()) copy->set_else(clone_of(else_, arena));
+    return copy;
 }
 
 bool IfConditional::equals(const Value& other) const {
@@ -30,22 +28,22 @@ std::string IfConditional::to_string() const {
 }
 
 void IfConditional::collect_dictionary_keys(KeySet& keys) const {
-    if (then_.is_set()) then_->collect_dictionary_keys(keys);
-    if (else_.is_set()) else_->collect_dictionary_keys(keys);
+    collect_keys(then_, keys);
+    collect_keys(else_, keys);
 }
 
-void SelectConditional::Case::collect_dictionary_keys(KeySet& keys) const {
-    if (value_.is_set()) value_->collect_dictionary_keys(keys);
+ValuePtr SelectConditional::Case::clone(Arena& arena) const {
+    return arena.make<Case>(clone_of(label_, arena), clone_of(value_, arena));
 }
-
-SelectConditional::SelectConditional() : selector_(make_value<NullValue>()) {}
 
 // Selector and default are shared with the original; each case is rebuilt, which clones
 // its label and value.
-SelectConditional::SelectConditional(const SelectConditional& other)
-    : selector_(other.selector_), default_(other.default_) {
-    cases_.reserve(other.cases_.size());
-    for (const Case& c : other.cases_) cases_.emplace_back(c.label_ptr(), c.value_ptr());
+ValuePtr SelectConditional::clone(Arena& arena) const {
+    auto* copy = arena.make<SelectConditional>();
+    copy->selector_ = selector_;
+    if (has_default()) copy->set_default(default_);
+    for (const Case& c : cases_) copy->add_case(arena, clone_of(c.label_ptr(), arena), clone_of(c.value_ptr(), arena));
+    return copy;
 }
 
 std::string SelectConditional::to_string() const {
@@ -58,7 +56,7 @@ std::string SelectConditional::to_string() const {
 
 void SelectConditional::collect_dictionary_keys(KeySet& keys) const {
     for (const Case& c : cases_) c.collect_dictionary_keys(keys);
-    if (default_.is_set()) default_->collect_dictionary_keys(keys);
+    collect_keys(default_, keys);
 }
 
 }  // namespace edd

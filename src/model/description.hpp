@@ -1,14 +1,15 @@
 // A parsed description: its identification and its items, findable by name and kept in
-// definition order.
+// definition order, and the arena that holds their values.
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <string>
+#include <memory>
+#include <span>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "model/arena.hpp"
 #include "model/identification.hpp"
 #include "model/item.hpp"
 
@@ -16,30 +17,29 @@ namespace edd {
 
 class ItemTable {
 public:
+    void reserve(std::size_t items);
     bool contains(std::string_view name) const { return index_.contains(name); }
     // An absent name throws std::invalid_argument ("Object not in dd.").
     const Item& get(std::string_view name) const;
     Item& get(std::string_view name);
+    // Null when the name is not taken.
+    const Item* find(std::string_view name) const;
     // Appends; the name must not be taken.
     void insert(Item item);
-    void remove(std::string_view name);
     std::vector<const Item*> of_type(ItemType type) const;
-    // Hands the items over in order and leaves the table empty.
-    std::vector<Item> release();
-    const std::vector<Item>& items() const { return items_; }
+    std::span<const Item> items() const { return items_; }
+    std::span<Item> items() { return items_; }
     std::size_t size() const { return items_.size(); }
     bool empty() const { return items_.empty(); }
 
 private:
     std::vector<Item> items_;
-    struct NameHash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
-    };
-    std::unordered_map<std::string, std::size_t, NameHash, std::equal_to<>> index_;
+    std::unordered_map<std::string_view, std::size_t> index_;  // the names live in the arena
 };
 
 struct Description {
+    // Shared with the descriptions a parse imports, whose items it takes over.
+    std::shared_ptr<Arena> arena = std::make_shared<Arena>();
     Identification identification;
     ItemTable items;
 };

@@ -1,25 +1,35 @@
 #include "model/expression.hpp"
 
+#include <stdexcept>
+
 namespace edd {
 
-Expression::Expression(ValuePtr a, ValuePtr b)
-    : parts_{take_or_clone(std::move(a)), take_or_clone(std::move(b))} {}
+Expression::Expression(Arena&, ValuePtr a, ValuePtr b) : Value(ValueKind::EXPRESSION), parts_{a, b}, count_(2) {
+    for (const ValuePtr& part : parts()) take_keys_of(part);
+}
 
-Expression::Expression(ValuePtr a, ValuePtr b, ValuePtr c)
-    : parts_{take_or_clone(std::move(a)), take_or_clone(std::move(b)), take_or_clone(std::move(c))} {}
+Expression::Expression(Arena&, ValuePtr a, ValuePtr b, ValuePtr c)
+    : Value(ValueKind::EXPRESSION), parts_{a, b, c}, count_(3) {
+    for (const ValuePtr& part : parts()) take_keys_of(part);
+}
 
-Expression::Expression(ValuePtr a, ValuePtr b, ValuePtr c, ValuePtr d, ValuePtr e)
-    : parts_{take_or_clone(std::move(a)), take_or_clone(std::move(b)), take_or_clone(std::move(c)),
-             take_or_clone(std::move(d)), take_or_clone(std::move(e))} {}
+Expression::Expression(Arena&, ValuePtr a, ValuePtr b, ValuePtr c, ValuePtr d, ValuePtr e)
+    : Value(ValueKind::EXPRESSION), parts_{a, b, c, d, e}, count_(5) {
+    for (const ValuePtr& part : parts()) take_keys_of(part);
+}
 
-Expression::Expression(const Expression& other) : ValueOf(other) {
-    parts_.reserve(other.parts_.size());
-    for (const ValuePtr& part : other.parts_) parts_.push_back(clone_of(part));
+ValuePtr Expression::clone(Arena& arena) const {
+    auto copied = [&](std::size_t i) { return clone_of(parts_[i], arena); };
+    switch (count_) {
+    case 2: return arena.make<Expression>(copied(0), copied(1));
+    case 3: return arena.make<Expression>(copied(0), copied(1), copied(2));
+    default: return arena.make<Expression>(copied(0), copied(1), copied(2), copied(3), copied(4));
+    }
 }
 
 std::string Expression::to_string() const {
     std::string text;
-    for (const ValuePtr& part : parts_) {
+    for (const ValuePtr& part : parts()) {
         text += part->to_string();
         text += ' ';
     }
@@ -27,7 +37,7 @@ std::string Expression::to_string() const {
 }
 
 void Expression::collect_dictionary_keys(KeySet& keys) const {
-    for (const ValuePtr& part : parts_) part->collect_dictionary_keys(keys);
+    for (const ValuePtr& part : parts()) collect_keys(part, keys);
 }
 
 }  // namespace edd

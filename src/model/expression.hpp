@@ -2,34 +2,36 @@
 // their operands. Nothing is evaluated; expressions never compare equal.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <span>
 #include <string>
-#include <vector>
 
 #include "model/value.hpp"
 
 namespace edd {
 
-class Expression final : public ValueOf<Expression, ValueKind::EXPRESSION> {
+class Expression final : public Value {
 public:
     // (operand, postfix) or (prefix, operand)
-    Expression(ValuePtr a, ValuePtr b);
+    Expression(Arena&, ValuePtr a, ValuePtr b);
     // (left, operator, right) or ("(", inner, ")")
-    Expression(ValuePtr a, ValuePtr b, ValuePtr c);
+    Expression(Arena&, ValuePtr a, ValuePtr b, ValuePtr c);
     // (condition, "?", then, ":", else)
-    Expression(ValuePtr a, ValuePtr b, ValuePtr c, ValuePtr d, ValuePtr e);
-    Expression(const Expression& other);
-    Expression& operator=(const Expression&) = delete;
+    Expression(Arena&, ValuePtr a, ValuePtr b, ValuePtr c, ValuePtr d, ValuePtr e);
 
+    ValuePtr clone(Arena& arena) const override;
     bool equals(const Value&) const override { return false; }
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
-    std::size_t part_count() const { return parts_.size(); }
+    std::size_t part_count() const { return count_; }
     const ValuePtr& part(std::size_t index) const { return parts_.at(index); }
+    std::span<const ValuePtr> parts() const { return {parts_.data(), count_}; }
 
 private:
-    std::vector<ValuePtr> parts_;
+    std::array<ValuePtr, 5> parts_;
+    std::size_t count_;
 };
 
 }  // namespace edd

@@ -1,29 +1,56 @@
-// One item definition: type, name, the LIKE parent, its attributes by id and the token that
-// introduced it. Copies share the attributes' values.
+// One item definition: type, name, the LIKE parent, its attributes by id and the place of
+// its definition. Copies share the attributes' values.
 #pragma once
 
-#include <utility>
+#include <memory_resource>
 #include <ostream>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "frontend/token.hpp"
+#include "diagnostics/source_files.hpp"
 #include "model/item_type.hpp"
 #include "model/value.hpp"
 
 namespace edd {
 
+// A place in the sources: file and line, as messages print it.
+struct Position {
+    FileIndex file = 0;
+    int line = 0;
+    const std::string& file_name() const { return file_name_of(file); }
+};
+
 class Item {
 public:
-    Item(ItemType type, std::string name, Token origin = Token())
-        : type_(type), name_(std::move(name)), origin_(std::move(origin)) {}
+    struct Slot {
+        AttributeId id;
+        ValuePtr value;
+    };
+
+    Item(Arena& arena, ItemType type, std::string_view name, Position origin)
+        : type_(type), name_(arena.copy(name)), origin_(origin), slots_(arena.resource()) {}
+    // A copy keeps to the arena of the original (a pmr container would otherwise move to
+    // the default resource).
+    Item(const Item& other)
+        : type_(other.type_),
+          name_(other.name_),
+          parent_(other.parent_),
+          origin_(other.origin_),
+          slots_(other.slots_, other.slots_.get_allocator()) {}
+    Item(Item&&) = default;
+    Item& operator=(const Item&) = default;
+    Item& operator=(Item&&) = default;
 
     ItemType type() const { return type_; }
-    const std::string& name() const { return name_; }
-    const std::string& parent() const { return parent_; }
+    void set_type(ItemType type) { type_ = type; }
+    std::string_view name() const { return name_; }
+    std::string_view parent() const { return parent_; }
     bool has_parent() const { return !parent_.empty(); }
-    void set_parent(std::string parent) { parent_ = std::move(parent); }
-    const Token& origin() const { return origin_; }
+    // The name is copied into the item's arena.
+    void set_parent(std::string_view parent) { parent_ = copy_text(*slots_.get_allocator().resource(), parent); }
+    Position origin() const { return origin_; }
 
     // Every attribute operation rejects INVALID and COUNT_ with std::invalid_argument.
     bool has_attribute(AttributeId id) const;
@@ -31,21 +58,21 @@ public:
     const ValuePtr& attribute(AttributeId id) const;
     void set_attribute(AttributeId id, ValuePtr value);
     void remove_attribute(AttributeId id);
-    std::vector<AttributeId> defined_attributes() const;
+    // The attributes set, in ascending id order.
+    std::span<const Slot> attributes() const { return slots_; }
     void collect_dictionary_keys(KeySet& keys) const;
 
 private:
     // Throws std::invalid_argument for an id that names no attribute.
     static void check(AttributeId id);
-    using Slot = std::pair<AttributeId, ValuePtr>;
-    std::vector<Slot>::const_iterator find(AttributeId id) const;
+    std::pmr::vector<Slot>::const_iterator find(AttributeId id) const;
 
     ItemType type_;
-    std::string name_;
-    std::string parent_;
+    std::string_view name_;
+    std::string_view parent_;
+    Position origin_;
     // Only the attributes set, in id order: an item sets a handful of the many ids.
-    std::vector<Slot> slots_;
-    Token origin_;
+    std::pmr::vector<Slot> slots_;
 };
 
 // The item-type word of an item: its type's keyword, or "LIKE" for an item defined LIKE
@@ -55,6 +82,6 @@ std::string_view item_type_word(const Item& item);
 // The EDDL-like text form of an item (the -t dump).
 void dump_item(std::ostream& out, const Item& item);
 // Each item followed by an empty line.
-void dump_items(std::ostream& out, const std::vector<Item>& items);
+void dump_items(std::ostream& out, std::span<const Item> items);
 
 }  // namespace edd

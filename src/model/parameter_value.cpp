@@ -27,7 +27,7 @@ bool ParameterValue::equals(const Value& other) const {
 }
 
 std::string ParameterValue::to_string() const {
-    return parameter_type_name(type_) + (mode_ == 1 ? "& " : " ") + name_;
+    return parameter_type_name(type_) + (mode_ == 1 ? "& " : " ") + std::string(name_);
 }
 
 }  // namespace edd

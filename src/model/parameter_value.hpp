@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "model/value.hpp"
 
@@ -15,22 +16,23 @@ std::string parameter_type_name(std::uint32_t type);
 // "CALL_BY_VALUE", "CALL_BY_REFERENCE"; other codes as numbers.
 std::string parameter_mode_name(std::uint32_t mode);
 
-class ParameterValue final : public ValueOf<ParameterValue, ValueKind::PARAMETER> {
+class ParameterValue final : public Value {
 public:
-    ParameterValue(std::uint32_t type, std::uint32_t mode, std::string name)
-        : type_(type), mode_(mode), name_(std::move(name)) {}
+    ParameterValue(Arena& arena, std::uint32_t type, std::uint32_t mode, std::string_view name)
+        : Value(ValueKind::PARAMETER), type_(type), mode_(mode), name_(arena.copy(name)) {}
 
+    ValuePtr clone(Arena& arena) const override { return arena.make<ParameterValue>(type_, mode_, name_); }
     bool equals(const Value& other) const override;
     std::string to_string() const override;
 
     std::uint32_t type() const { return type_; }
     std::uint32_t mode() const { return mode_; }
-    const std::string& name() const { return name_; }
+    std::string_view name() const { return name_; }
 
 private:
     std::uint32_t type_;
     std::uint32_t mode_;
-    std::string name_;
+    std::string_view name_;
 };
 
 }  // namespace edd

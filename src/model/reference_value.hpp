@@ -1,27 +1,29 @@
 // A reference to another item by name, with an optional argument (an index, say). Copies
-// share the argument.
+// share the argument; the argument's keys are not the reference's.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "model/value.hpp"
 
 namespace edd {
 
-class ReferenceValue final : public ValueOf<ReferenceValue, ValueKind::REFERENCE> {
+class ReferenceValue final : public Value {
 public:
-    explicit ReferenceValue(std::string name) : name_(std::move(name)) {}
+    ReferenceValue(Arena& arena, std::string_view name) : Value(ValueKind::REFERENCE), name_(arena.copy(name)) {}
 
+    ValuePtr clone(Arena& arena) const override;
     bool equals(const Value&) const override { return false; }
     std::string to_string() const override;
 
-    const std::string& name() const { return name_; }
-    void set_argument(ValuePtr value) { argument_ = take_or_clone(std::move(value)); }
+    std::string_view name() const { return name_; }
+    void set_argument(ValuePtr value) { argument_ = value; }
     bool has_argument() const { return argument_.is_set(); }
     const ValuePtr& argument() const { return argument_; }
 
 private:
-    std::string name_;
+    std::string_view name_;
     ValuePtr argument_;
 };
 

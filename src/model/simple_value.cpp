@@ -4,19 +4,24 @@ namespace edd {
 
 bool SimpleValue::equals(const Value& other) const {
     const auto* simple = dynamic_cast<const SimpleValue*>(&other);
-    return other.kind() == kind_ && simple != nullptr && simple->text_ == text_;
+    return other.kind() == kind() && simple != nullptr && simple->text_ == text_;
 }
 
 std::string SimpleValue::to_string() const {
-    switch (kind_) {
-    case ValueKind::STRING: return '"' + text_ + '"';
-    case ValueKind::DICTIONARY_REFERENCE: return '[' + text_ + ']';
-    default: return text_;
+    switch (kind()) {
+    case ValueKind::STRING: return '"' + std::string(text_) + '"';
+    case ValueKind::DICTIONARY_REFERENCE: return '[' + std::string(text_) + ']';
+    default: return std::string(text_);
     }
 }
 
 void SimpleValue::collect_dictionary_keys(KeySet& keys) const {
-    if (kind_ == ValueKind::DICTIONARY_REFERENCE) keys.insert(text_);
+    if (kind() == ValueKind::DICTIONARY_REFERENCE) keys.emplace(text_);
+}
+
+ValuePtr null_value() {
+    static NullValue value;
+    return &value;
 }
 
 }  // namespace edd

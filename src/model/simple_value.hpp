@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "model/value.hpp"
 
@@ -10,26 +11,32 @@ namespace edd {
 
 class SimpleValue final : public Value {
 public:
-    SimpleValue(ValueKind kind, std::string text) : kind_(kind), text_(std::move(text)) {}
+    SimpleValue(Arena& arena, ValueKind kind, std::string_view text) : Value(kind), text_(arena.copy(text)) {
+        set_has_keys(kind == ValueKind::DICTIONARY_REFERENCE);
+    }
 
-    ValueKind kind() const override { return kind_; }
-    ValuePtr clone() const override { return make_value<SimpleValue>(*this); }
+    ValuePtr clone(Arena& arena) const override { return arena.make<SimpleValue>(kind(), text_); }
     bool equals(const Value& other) const override;
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
-    const std::string& text() const { return text_; }
+    // As the lexer delivered it, without quotes or brackets.
+    std::string_view text() const { return text_; }
 
 private:
-    ValueKind kind_;
-    std::string text_;  // as the lexer delivered it, without quotes or brackets
+    std::string_view text_;
 };
 
-class NullValue final : public ValueOf<NullValue, ValueKind::UNDEFINED> {
+class NullValue final : public Value {
 public:
-    NullValue() = default;
+    NullValue() : Value(ValueKind::UNDEFINED) {}
+    explicit NullValue(Arena&) : NullValue() {}
+    ValuePtr clone(Arena& arena) const override { return arena.make<NullValue>(); }
     bool equals(const Value& other) const override { return other.kind() == ValueKind::UNDEFINED; }
     std::string to_string() const override { return std::string(); }
 };
+
+// One empty value for every holder that starts out with one: nothing ever changes it.
+ValuePtr null_value();
 
 }  // namespace edd

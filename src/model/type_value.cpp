@@ -1,59 +1,52 @@
 #include "model/type_value.hpp"
 
+#include <algorithm>
 #include <stdexcept>
 #include <typeinfo>
 
 namespace edd {
 
+ValuePtr TypeValue::clone(Arena& arena) const {
+    auto* copy = arena.make<TypeValue>(name_, size_);
+    for (const Attribute& attribute : attributes_) copy->set_attribute(attribute.name, clone_of(attribute.value, arena));
+    for (const ValuePtr& value : values_) copy->add_value(value);
+    return copy;
+}
+
 bool TypeValue::equals(const Value& other) const {
     if (other.kind() != ValueKind::TYPE || typeid(other) != typeid(*this)) return false;
     const auto& type = static_cast<const TypeValue&>(other);
-    if (name_ != type.name_ || size_ != type.size_ || attributes_.size() != type.attributes_.size()) return false;
-    for (auto a = attributes_.begin(), b = type.attributes_.begin(); a != attributes_.end(); ++a, ++b)
-        if (!(a->second == b->second)) return false;
-    return true;
+    return name_ == type.name_ && size_ == type.size_ && std::ranges::equal(attributes_, type.attributes_);
 }
 
 std::string TypeValue::to_string() const {
-    std::string text = name_ + '(' + std::to_string(size_) + ")\n{\n";
-    for (const auto& [name, attribute] : attributes_)
-        text += attribute.name() + ' ' + attribute.value()->to_string() + "\n        ";
+    std::string text = std::string(name_) + '(' + std::to_string(size_) + ")\n{\n";
+    for (const Attribute& attribute : attributes_)
+        text += std::string(attribute.name) + ' ' + attribute.value->to_string() + "\n        ";
     for (const ValuePtr& value : values_) text += value->to_string() + "\n        ";
     text += "\n}";
     return text;
 }
 
 void TypeValue::collect_dictionary_keys(KeySet& keys) const {
-    for (const auto& [name, attribute] : attributes_) attribute.value()->collect_dictionary_keys(keys);
-    for (const ValuePtr& value : values_) value->collect_dictionary_keys(keys);
+    for (const Attribute& attribute : attributes_) collect_keys(attribute.value, keys);
+    for (const ValuePtr& value : values_) collect_keys(value, keys);
 }
 
-void TypeValue::set_attribute(const Attribute& attribute) {
-    auto [it, inserted] = attributes_.try_emplace(attribute.name(), attribute);
-    if (!inserted) it->second = attribute;
-}
-
-void TypeValue::set_attribute(Attribute&& attribute) {
-    auto it = attributes_.find(attribute.name());
-    if (it != attributes_.end()) {
-        it->second = std::move(attribute);
+void TypeValue::set_attribute(std::string_view name, ValuePtr value) {
+    take_keys_of(value);
+    auto it = std::ranges::lower_bound(attributes_, name, {}, &Attribute::name);
+    if (it != attributes_.end() && it->name == name) {
+        it->value = value;
         return;
     }
-    std::string name = attribute.name();
-    attributes_.emplace(std::move(name), std::move(attribute));
+    attributes_.insert(it, {copy_text(*attributes_.get_allocator().resource(), name), value});
 }
 
 const ValuePtr& TypeValue::get_attribute(std::string_view name) const {
-    auto it = attributes_.find(name);
-    if (it == attributes_.end()) throw std::logic_error("edd::TypeValue::get_attribute");
-    return it->second.value();
-}
-
-std::vector<Attribute> TypeValue::attributes() const {
-    std::vector<Attribute> result;
-    result.reserve(attributes_.size());
-    for (const auto& [name, attribute] : attributes_) result.push_back(attribute);
-    return result;
+    auto it = std::ranges::lower_bound(attributes_, name, {}, &Attribute::name);
+    if (it == attributes_.end() || it->name != name) throw std::logic_error("edd::TypeValue::get_attribute");
+    return it->value;
 }
 
 }  // namespace edd

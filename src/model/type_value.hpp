@@ -1,9 +1,11 @@
-// A variable or waveform type (TYPE INTEGER (4) { ... }): name, size, named attributes ordered by
-// name, and further values. Copies clone the attributes but share the further values.
+// A variable or waveform type (TYPE INTEGER (4) { ... }): name, size, named attributes
+// ordered by name, and further values. Copies clone the attributes' values but share the
+// further values.
 #pragma once
 
 #include <cstdint>
-#include <map>
+#include <memory_resource>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,32 +15,40 @@
 
 namespace edd {
 
-class TypeValue final : public ValueOf<TypeValue, ValueKind::TYPE> {
+class TypeValue final : public Value {
 public:
-    explicit TypeValue(std::string name = "UNKNOWN", std::uint32_t size = 0) : name_(std::move(name)), size_(size) {}
+    explicit TypeValue(Arena& arena, std::string_view name = "UNKNOWN", std::uint32_t size = 0)
+        : Value(ValueKind::TYPE),
+          name_(arena.copy(name)),
+          size_(size),
+          attributes_(arena.resource()),
+          values_(arena.resource()) {}
 
+    ValuePtr clone(Arena& arena) const override;
     bool equals(const Value& other) const override;
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
-    const std::string& name() const { return name_; }
+    std::string_view name() const { return name_; }
     std::uint32_t size() const { return size_; }
     void set_size(std::uint32_t size) { size_ = size; }
-    // Replaces an earlier attribute of the same name.
-    void set_attribute(const Attribute& attribute);
-    void set_attribute(Attribute&& attribute);
+    // Replaces an earlier attribute of the same name; the name is copied.
+    void set_attribute(std::string_view name, ValuePtr value);
     // An absent name throws std::logic_error.
     const ValuePtr& get_attribute(std::string_view name) const;
-    std::vector<Attribute> attributes() const;
-    const std::map<std::string, Attribute, std::less<>>& attribute_map() const { return attributes_; }
-    void add_value(ValuePtr value) { values_.push_back(take_or_clone(std::move(value))); }
-    const std::vector<ValuePtr>& values() const { return values_; }
+    // In name order.
+    std::span<const Attribute> attributes() const { return attributes_; }
+    void add_value(ValuePtr value) {
+        take_keys_of(value);
+        values_.push_back(value);
+    }
+    std::span<const ValuePtr> values() const { return values_; }
 
 private:
-    std::string name_;
+    std::string_view name_;
     std::uint32_t size_;
-    std::map<std::string, Attribute, std::less<>> attributes_;
-    std::vector<ValuePtr> values_;
+    std::pmr::vector<Attribute> attributes_;  // sorted by name: a type holds a few
+    std::pmr::vector<ValuePtr> values_;
 };
 
 }  // namespace edd

@@ -8,9 +8,11 @@ namespace {
 constexpr const char* invalid_index = "ValueList: invalid index";
 }
 
-ValueList::ValueList(const ValueList& other) : ValueOf(other), name_(other.name_) {
-    items_.reserve(other.items_.size());
-    for (const ValuePtr& item : other.items_) items_.push_back(clone_of(item));
+ValuePtr ValueList::clone(Arena& arena) const {
+    auto* copy = arena.make<ValueList>(name_);
+    copy->items_.reserve(items_.size());
+    for (const ValuePtr& item : items_) copy->add(clone_of(item, arena));
+    return copy;
 }
 
 bool ValueList::equals(const Value& other) const {
@@ -31,10 +33,8 @@ std::string ValueList::to_string() const {
     return text;
 }
 
-void ValueList::print_to(std::ostream& out) const { out << to_string(); }
-
 void ValueList::collect_dictionary_keys(KeySet& keys) const {
-    for (const ValuePtr& item : items_) item->collect_dictionary_keys(keys);
+    for (const ValuePtr& item : items_) collect_keys(item, keys);
 }
 
 const ValuePtr& ValueList::get(std::size_t index) const {
@@ -44,7 +44,8 @@ const ValuePtr& ValueList::get(std::size_t index) const {
 
 void ValueList::set(std::size_t index, ValuePtr value) {
     if (index >= items_.size()) throw std::invalid_argument(invalid_index);
-    items_[index] = take_or_clone(std::move(value));
+    take_keys_of(value);
+    items_[index] = value;
 }
 
 }  // namespace edd

@@ -3,42 +3,43 @@
 #pragma once
 
 #include <cstddef>
-#include <ostream>
+#include <memory_resource>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/value.hpp"
 
 namespace edd {
 
-class ValueList final : public ValueOf<ValueList, ValueKind::VALUE_LIST> {
+class ValueList final : public Value {
 public:
-    ValueList() = default;
-    explicit ValueList(std::string name) : name_(std::move(name)) {}
-    ValueList(const ValueList& other);
-    ValueList& operator=(const ValueList&) = delete;
+    explicit ValueList(Arena& arena, std::string_view name = {})
+        : Value(ValueKind::VALUE_LIST), name_(arena.copy(name)), items_(arena.resource()) {}
 
+    ValuePtr clone(Arena& arena) const override;
     bool equals(const Value& other) const override;
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
-    void print_to(std::ostream& out) const;
 
-    std::string& name() { return name_; }
-    const std::string& name() const { return name_; }
-    void add(const Value& value) { items_.push_back(value.clone()); }
-    void add(ValuePtr value) { items_.push_back(take_or_clone(std::move(value))); }
+    std::string_view name() const { return name_; }
+    void add(ValuePtr value) {
+        take_keys_of(value);
+        items_.push_back(value);
+    }
     std::size_t size() const { return items_.size(); }
     bool empty() const { return items_.empty(); }
     // Index errors throw std::invalid_argument; last() of an empty list is one too.
     const ValuePtr& get(std::size_t index) const;
     const ValuePtr& last() const { return get(items_.size() - 1); }
     void set(std::size_t index, ValuePtr value);
-    void set_last(ValuePtr value) { set(items_.size() - 1, std::move(value)); }
-    const std::vector<ValuePtr>& items() const { return items_; }
+    void set_last(ValuePtr value) { set(items_.size() - 1, value); }
+    std::span<const ValuePtr> items() const { return items_; }
 
 private:
-    std::string name_;
-    std::vector<ValuePtr> items_;
+    std::string_view name_;
+    std::pmr::vector<ValuePtr> items_;
 };
 
 }  // namespace edd

@@ -1,5 +1,6 @@
 #include "parser/dictionary_reader.hpp"
 
+#include "diagnostics/exceptions.hpp"
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
 
@@ -23,18 +24,15 @@ bool DictionaryReader::load() {
 // The two numbers are read and dropped; the marker keys of some tools are skipped.
 void DictionaryReader::parse_entry() {
     expect("[");
-    expect_integer();
+    expect_kind(INTEGER, messages::expected_integer_but_got);
     expect(",");
-    expect_integer();
+    expect_kind(INTEGER, messages::expected_integer_but_got);
     expect("]");
-    advance();
-    if (!current().is(IDENTIFIER))
-        fatal(std::string(messages::expected_identifier_but_got) + to_string(current()) + '.');
-    std::string key(current().text());
-    std::string text = expect_string_literal();
+    std::string key(expect_kind(IDENTIFIER, messages::expected_dictionary_key));
+    std::string text(expect_kind(STRING, messages::expected_string_literal));
     while (at_kind(STRING)) {
         advance();
-        text += current().text();
+        text += consumed().text();
     }
     if (key == "xxx_highestoffset" || key == "xxx_highoffset") return;
     dictionary_.add(DictionaryEntry{std::move(key), std::move(text)});

@@ -22,20 +22,6 @@ bool is_value_attribute(std::string_view word) {
     return word == "INITIAL_VALUE" || word == "DEFAULT_VALUE" || word == "MIN_VALUE" || word == "MAX_VALUE";
 }
 
-// Adds a grammar's result to a list, flattening an unnamed list into its entries.
-void add_flattened(std::vector<ValuePtr>& into, const ValuePtr& value) {
-    if (value->kind() == ValueKind::VALUE_LIST) {
-        const auto& list = static_cast<const ValueList&>(*value);
-        if (list.name().empty()) {
-            into.insert(into.end(), list.items().begin(), list.items().end());
-            return;
-        }
-    }
-    into.push_back(value);
-}
-
-ValuePtr keyword_value(std::string word) { return make_value<SimpleValue>(ValueKind::KEYWORD, std::move(word)); }
-
 }  // namespace
 
 // ---- Method code ----------------------------------------------------------------------
@@ -44,42 +30,37 @@ ValuePtr keyword_value(std::string word) { return make_value<SimpleValue>(ValueK
 // braces kept
 ValuePtr Parser::parse_method_definition() {
     expect("{");
-    std::vector<Token> tokens;
+    code_tokens_.clear();
     for (int depth = 1;;) {
         if (at_end()) expect("}");
         advance();
-        if (current().is(LEFT_CURLY_BRACKET)) ++depth;
-        if (current().is(RIGHT_CURLY_BRACKET) && --depth == 0) break;
-        tokens.push_back(take_current());
+        if (consumed().is(LEFT_CURLY_BRACKET)) ++depth;
+        if (consumed().is(RIGHT_CURLY_BRACKET) && --depth == 0) break;
+        code_tokens_.push_back(take_consumed());
     }
-    tokens.shrink_to_fit();  // kept for the whole run: no room to spare
-    return make_value<CodeValue>(std::move(tokens));
+    return make<CodeValue>(std::span<const Token>(code_tokens_));
 }
 
 // method_type : ( char | int | long | float | double | unsigned ( unsigned | char | int | long | float | double ) ) ';'
 ValuePtr Parser::parse_method_type() {
-    ValuePtr first = parse_one_of(ks::method_return_types);
-    std::string type(current().text());
+    std::string type(expect_one_of(ks::method_return_types));
     if (type == "unsigned") {
-        parse_one_of(ks::unsigned_return_types);
         type += '_';
-        type += current().text();
+        type += expect_one_of(ks::unsigned_return_types);
     }
     expect(";");
-    static_cast<void>(first);
-    return keyword_value(type);
+    return make_simple(ValueKind::KEYWORD, type);
 }
 
 // method_parameter : [ unsigned ] parameter_type [ '&' ] identifier
 ValuePtr Parser::parse_method_parameter() {
     advance();
     bool is_unsigned = false;
-    if (current().text() == "unsigned" && ks::method_parameter_types.contains(lookahead().text()) &&
-        !lookahead().is(STRING)) {
+    if (consumed().text() == "unsigned" && ks::method_parameter_types.contains(peek().text()) && !peek().is(STRING)) {
         is_unsigned = true;
         advance();
     }
-    const std::string type(current().text());
+    const std::string type(consumed().text());
     std::uint32_t code = 2;
     if (type == "char") code = is_unsigned ? 1 : 0;
     else if (type == "int" || type == "unsigned") code = is_unsigned || type == "unsigned" ? 3 : 2;
@@ -90,44 +71,36 @@ ValuePtr Parser::parse_method_parameter() {
     else if (type == "DD_ITEM") code = 9;
     else fatal(format_message(messages::unknown_parameter_type, {type}));
     if (is_unsigned && code >= 6) fatal(format_message(messages::parameter_not_unsigned, {type}));
-    std::uint32_t mode = 0;
-    if (at("&")) {
-        advance();
-        mode = 1;
-    }
-    return make_value<ParameterValue>(code, mode, parse_identifier(false));
+    const std::uint32_t mode = accept("&") ? 1 : 0;
+    return make<ParameterValue>(code, mode, read_identifier(false));
 }
 
 // ---- Variable types -------------------------------------------------------------------
 
 // type_specification : type_word [ '(' integer ')' ] [ reference ] ( ';' | '{' type_body '}' [';'] )
 ValuePtr Parser::parse_type_specification() {
-    const std::string word = lookahead().is(STRING) ? std::string() : std::string(lookahead().text());
+    const std::string word = peek().is(STRING) ? std::string() : std::string(peek().text());
     const ks::WordSet* set = nullptr;
     for (const ks::WordSet* candidate : {&ks::arithmetic_types, &ks::enumerated_types, &ks::index_type, &ks::string_types,
                                          &ks::date_time_types, &ks::object_reference_type})
         if (candidate->contains(word)) set = candidate;
     if (set == nullptr) {
         error(messages::expected_type_specifier);
-        return make_value<NullValue>();
+        return make<NullValue>();
     }
-    parse_one_of(*set);
-    auto type = std::make_shared<TypeValue>(word);
-    if (at("(")) {
-        expect("(");
-        type->set_size(static_cast<std::uint32_t>(parse_integer()));
+    expect_one_of(*set);
+    auto* type = make<TypeValue>(word);
+    if (accept("(")) {
+        type->set_size(static_cast<std::uint32_t>(read_integer()));
         expect(")");
     }
     if (set == &ks::index_type) type->add_value(parse_reference());
-    if (at(";")) {
-        advance();
-        return ValuePtr(type);
-    }
+    if (accept(";")) return type;
     expect("{");
     parse_type_body(*type, set == &ks::enumerated_types);
     expect("}");
-    if (at(";")) advance();
-    return ValuePtr(type);
+    accept(";");
+    return type;
 }
 
 // type_body : { value_attribute conditional_value | enumerators }   (enumerated types)
@@ -137,16 +110,22 @@ ValuePtr Parser::parse_type_specification() {
 void Parser::parse_type_body(TypeValue& type, bool enumerated) {
     while (!at("}") && !at_end()) {
         const bool word = (at_kind(EDDL_KEYWORD) || at_kind(IDENTIFIER)) && !at("IF") && !at("SELECT");
-        if (word && (!enumerated || is_value_attribute(lookahead().text()))) {
+        if (word && (!enumerated || is_value_attribute(peek().text()))) {
             advance();
-            const std::string name(current().text());
-            type.set_attribute(Attribute(name, parse_conditional_value()));
+            const std::string name(consumed().text());
+            type.set_attribute(name, parse_conditional_value());
             continue;
         }
         if (!enumerated) break;
-        std::vector<ValuePtr> enumerators;
-        add_flattened(enumerators, parse_conditional_enumerators());
-        for (ValuePtr& enumerator : enumerators) type.add_value(std::move(enumerator));
+        // An unnamed list of enumerators gives its entries; anything else is one value.
+        const ValuePtr enumerators = parse_conditional_enumerators();
+        const auto* list = enumerators->kind() == ValueKind::VALUE_LIST ? static_cast<const ValueList*>(enumerators.get())
+                                                                        : nullptr;
+        if (list == nullptr || !list->name().empty()) {
+            type.add_value(enumerators);
+            continue;
+        }
+        for (const ValuePtr& enumerator : list->items()) type.add_value(enumerator);
     }
 }
 
@@ -158,13 +137,12 @@ ValuePtr Parser::parse_enumerator_list() {
 // enumerator : '{' value ',' description { ',' ( help | status_classes | classes | action ) } '}'
 ValuePtr Parser::parse_enumerator() {
     expect("{");
-    auto enumerator = std::make_shared<ComposedValue>("enumerator");
+    auto* enumerator = make<ComposedValue>("enumerator");
     enumerator->set("value", parse_conditional_expression());
     expect(",");
     enumerator->set("description", parse_string_value());
-    while (at(",")) {
-        advance();
-        const std::string_view word = lookahead().text();
+    while (accept(",")) {
+        const std::string_view word = peek().text();
         if (!at_kind(STRING) && ks::status_classes.contains(word)) {
             enumerator->set("status_class", parse_keyword_set_combination(ks::status_classes));
         } else if (!at_kind(STRING) && ks::classes.contains(word)) {
@@ -179,20 +157,17 @@ ValuePtr Parser::parse_enumerator() {
         }
     }
     expect("}");
-    return ValuePtr(enumerator);
+    return enumerator;
 }
 
 // keyword_set_combination : word { '&' word } — words of one set; a list when several
-ValuePtr Parser::parse_keyword_set_combination(const std::set<std::string, std::less<>>& words) {
-    ValuePtr first = parse_one_of(words);
+ValuePtr Parser::parse_keyword_set_combination(const WordSet& words) {
+    ValuePtr first = make_simple(ValueKind::KEYWORD, expect_one_of(words));
     if (!at("&")) return first;
-    auto list = std::make_shared<ValueList>();
-    list->add(std::move(first));
-    while (at("&")) {
-        advance();
-        list->add(parse_one_of(words));
-    }
-    return ValuePtr(list);
+    auto* list = make<ValueList>();
+    list->add(first);
+    while (accept("&")) list->add(make_simple(ValueKind::KEYWORD, expect_one_of(words)));
+    return list;
 }
 
 // ---- Menus ------------------------------------------------------------------------------
@@ -210,61 +185,57 @@ ValuePtr Parser::parse_menu_item_list() { return parse_list(&Parser::parse_menu_
 
 // menu_item : layout_word | string_value | reference [ '(' qualifier { ',' qualifier } ')' ]
 ValuePtr Parser::parse_menu_item() {
-    auto item = std::make_shared<ComposedValue>("item");
-    if (!at_kind(STRING) && ks::menu_layout_words.contains(lookahead().text())) {
+    auto* item = make<ComposedValue>("item");
+    if (!at_kind(STRING) && ks::menu_layout_words.contains(peek().text())) {
         advance();
-        item->set("item_reference", keyword_value(std::string(current().text())));
-        return ValuePtr(item);
+        item->set("item_reference", make_simple(ValueKind::KEYWORD, consumed().text()));
+        return item;
     }
     if (at_kind(STRING) || at("[")) {
         item->set("item_reference", parse_string_value());
-        return ValuePtr(item);
+        return item;
     }
     if (!at_kind(IDENTIFIER)) {
         advance();
-        fatal(format_message(messages::expected_reference_or_keyword, {current().text()}));
+        fatal_at_consumed(messages::expected_reference_or_keyword);
     }
     item->set("item_reference", parse_reference());
-    if (at("(")) {
-        expect("(");
-        auto qualifiers = std::make_shared<ValueList>();
-        for (;;) {
+    if (accept("(")) {
+        auto* qualifiers = make<ValueList>();
+        do {
             advance();
-            if (ks::menu_item_qualifiers.contains(current().text()) && !current().is(STRING))
-                qualifiers->add(keyword_value(std::string(current().text())));
+            if (ks::menu_item_qualifiers.contains(consumed().text()) && !consumed().is(STRING))
+                qualifiers->add(make_simple(ValueKind::KEYWORD, consumed().text()));
             else
                 error(messages::expected_menu_item_qualifier);
-            if (!at(",") && !at("&")) break;
-            advance();
-        }
+        } while (accept(",") || accept("&"));
         expect(")");
-        item->set("qualifiers", ValuePtr(std::move(qualifiers)));
+        item->set("qualifiers", qualifiers);
     }
-    return ValuePtr(item);
+    return item;
 }
 
 // ---- Purposes and roles ------------------------------------------------------------------
 
-ValuePtr Parser::parse_purpose() { return parse_one_of(ks::purposes); }
+ValuePtr Parser::parse_purpose() { return make_simple(ValueKind::KEYWORD, expect_one_of(ks::purposes)); }
 
 // role : keyword | identifier
 ValuePtr Parser::parse_role() {
     advance();
-    if (!current().is(EDDL_KEYWORD) && !current().is(IDENTIFIER))
-        fatal(concat({messages::expected_keyword_but_got, current().text()}));
-    return keyword_value(std::string(current().text()));
+    if (!consumed().is(EDDL_KEYWORD) && !consumed().is(IDENTIFIER)) fatal_at_consumed(messages::expected_keyword_but_got);
+    return make_simple(ValueKind::KEYWORD, consumed().text());
 }
 
 // purpose_attribute : conditional_purpose [';']
 ValuePtr Parser::parse_purpose_attribute() {
     ValuePtr value = parse_conditional_purpose();
-    if (at(";")) advance();
+    accept(";");
     return value;
 }
 
 ValuePtr Parser::parse_role_attribute() {
     ValuePtr value = parse_conditional_role();
-    if (at(";")) advance();
+    accept(";");
     return value;
 }
 
@@ -272,12 +243,11 @@ ValuePtr Parser::parse_role_attribute() {
 
 // response_codes_attribute : reference [';'] | '{' { conditional_response_code } '}'
 ValuePtr Parser::parse_response_codes_attribute() {
-    if (!at("{")) {
+    if (!accept("{")) {
         ValuePtr reference = parse_reference();
-        if (at(";")) advance();
+        accept(";");
         return reference;
     }
-    expect("{");
     ValuePtr codes = parse_response_code_sequence();
     expect("}");
     return codes;
@@ -285,18 +255,15 @@ ValuePtr Parser::parse_response_codes_attribute() {
 
 // response_code : integer_expression ',' response_code_type ',' string_value [ ',' string_value ] ';'
 ValuePtr Parser::parse_response_code() {
-    auto code = std::make_shared<ComposedValue>("response_code");
+    auto* code = make<ComposedValue>("response_code");
     code->set("value", parse_conditional_expression());
     expect(",");
-    code->set("type", parse_one_of(ks::response_code_types));
+    code->set("type", make_simple(ValueKind::KEYWORD, expect_one_of(ks::response_code_types)));
     expect(",");
     code->set("description", parse_string_value());
-    if (at(",")) {
-        advance();
-        code->set("help", parse_string_value());
-    }
+    if (accept(",")) code->set("help", parse_string_value());
     expect(";");
-    return ValuePtr(code);
+    return code;
 }
 
 // ---- Elements and members -----------------------------------------------------------------
@@ -311,20 +278,16 @@ ValuePtr Parser::parse_braced_elements() {
 
 // element : integer_expression ',' reference ',' string_value [ ',' string_value ] ';'
 ValuePtr Parser::parse_element() {
-    auto element = std::make_shared<ComposedValue>("element");
+    auto* element = make<ComposedValue>("element");
     element->set("element_index", parse_conditional_expression());
     expect(",");
     element->set("element_reference", parse_reference());
-    if (at(",")) {
-        advance();
+    if (accept(",")) {
         element->set("description", parse_string_value());
-        if (at(",")) {
-            advance();
-            element->set("help", parse_string_value());
-        }
+        if (accept(",")) element->set("help", parse_string_value());
     }
     expect(";");
-    return ValuePtr(element);
+    return element;
 }
 
 // braced_members : '{' { conditional_member } '}'
@@ -337,20 +300,16 @@ ValuePtr Parser::parse_braced_members() {
 
 // member : identifier ',' reference [ ',' string_value [ ',' string_value ] ] ';'
 ValuePtr Parser::parse_member() {
-    auto member = std::make_shared<ComposedValue>("member");
-    member->set("member_identifier", make_value<SimpleValue>(ValueKind::IDENTIFIER, parse_identifier(true)));
+    auto* member = make<ComposedValue>("member");
+    member->set("member_identifier", make_simple(ValueKind::IDENTIFIER, read_identifier(true)));
     expect(",");
     member->set("member_reference", parse_reference());
-    if (at(",")) {
-        advance();
+    if (accept(",")) {
         member->set("description", parse_string_value());
-        if (at(",")) {
-            advance();
-            member->set("help", parse_string_value());
-        }
+        if (accept(",")) member->set("help", parse_string_value());
     }
     expect(";");
-    return ValuePtr(member);
+    return member;
 }
 
 // ---- Commands -------------------------------------------------------------------------------
@@ -358,8 +317,9 @@ ValuePtr Parser::parse_member() {
 // transaction : [ integer ] '{' REQUEST '{' data_items '}' REPLY '{' data_items '}'
 //               [ RESPONSE_CODES response_codes_attribute ] '}'
 ValuePtr Parser::parse_transaction() {
-    auto transaction = std::make_shared<ComposedValue>();
-    if (at_kind(INTEGER)) transaction->set("number", expect_integer());
+    auto* transaction = make<ComposedValue>();
+    if (at_kind(INTEGER))
+        transaction->set("number", make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got)));
     expect("{");
     expect("REQUEST");
     expect("{");
@@ -369,43 +329,36 @@ ValuePtr Parser::parse_transaction() {
     expect("{");
     transaction->set("REPLY", parse_data_item_sequence());
     expect("}");
-    if (at("RESPONSE_CODES")) {
-        advance();
-        transaction->set("RESPONSE_CODES", parse_response_codes_attribute());
-    }
+    if (accept("RESPONSE_CODES")) transaction->set("RESPONSE_CODES", parse_response_codes_attribute());
     expect("}");
-    return ValuePtr(transaction);
+    return transaction;
 }
 
 // data_item : integer | reference [ '<' integer '>' ] [ '(' keywords { ',' keywords } ')' ]
 ValuePtr Parser::parse_data_item() {
-    auto item = std::make_shared<ComposedValue>("data_item");
+    auto* item = make<ComposedValue>("data_item");
     if (at_kind(INTEGER)) {
-        item->set("data_item_reference", expect_integer());
-        return ValuePtr(item);
+        item->set("data_item_reference",
+                  make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got)));
+        return item;
     }
     item->set("data_item_reference", parse_reference());
-    if (at("<")) {
+    if (accept("<")) {
         advance();
-        advance();
-        if (current().is(INTEGER))
-            item->set("mask", make_value<SimpleValue>(ValueKind::DATA_MASK, std::string(current().text())));
+        if (consumed().is(INTEGER))
+            item->set("mask", make_simple(ValueKind::DATA_MASK, consumed().text()));
         else
-            error(concat({messages::expected_integer_but_got, current().text()}));
+            error(format_message(messages::expected_integer_but_got, {consumed().text()}));
         expect(">");
     }
-    if (at("(")) {
-        expect("(");
-        auto qualifiers = std::make_shared<ValueList>();
-        qualifiers->add(parse_keyword_combination());
-        while (at(",")) {
-            advance();
-            qualifiers->add(parse_keyword_combination());
-        }
+    if (accept("(")) {
+        auto* qualifiers = make<ValueList>();
+        do qualifiers->add(parse_keyword_combination());
+        while (accept(","));
         expect(")");
-        item->set("qualifiers", ValuePtr(std::move(qualifiers)));
+        item->set("qualifiers", qualifiers);
     }
-    return ValuePtr(item);
+    return item;
 }
 
 // ---- Actions ----------------------------------------------------------------------------------
@@ -423,7 +376,7 @@ ValuePtr Parser::parse_action_list() { return parse_list_actions(); }
 
 // action : reference | [ DEFINITION ] method_definition
 ValuePtr Parser::parse_action() {
-    if (at("DEFINITION")) advance();
+    accept("DEFINITION");
     if (at("{")) return parse_method_definition();
     return parse_reference();
 }
@@ -433,37 +386,35 @@ ValuePtr Parser::parse_action() {
 // waveform_type : ( YT | XY | HORIZONTAL | VERTICAL ) '{' statements '}' [';']
 ValuePtr Parser::parse_waveform_type() {
     advance();
-    const std::string word(current().text());
-    if (current().is(STRING) || !ks::waveform_types.contains(word))
-        fatal(format_message(messages::expected_waveform_type, {word}));
-    auto type = std::make_shared<TypeValue>(word);
+    const std::string word(consumed().text());
+    if (consumed().is(STRING) || !ks::waveform_types.contains(word)) fatal_at_consumed(messages::expected_waveform_type);
+    auto* type = make<TypeValue>(word);
     expect("{");
-    auto point_list = [this](std::string name) {
+    auto point_list = [this, type](std::string_view name) {
         expect("{");
-        ValuePtr points = parse_point_list();
+        type->set_attribute(name, parse_point_list());
         expect("}");
-        return Attribute(std::move(name), std::move(points));
     };
     if (word == "HORIZONTAL" || word == "VERTICAL") {
-        const std::string axis = word == "HORIZONTAL" ? "Y_VALUES" : "X_VALUES";
+        const std::string_view axis = word == "HORIZONTAL" ? "Y_VALUES" : "X_VALUES";
         expect(axis);
-        type->set_attribute(point_list(axis));
+        point_list(axis);
     } else {
         while (!at("}")) {
             advance();
-            const std::string statement(current().text());
+            const std::string statement(consumed().text());
             const bool yt = word == "YT";
             if ((yt && (statement == "X_INITIAL" || statement == "X_INCREMENT")) || statement == "NUMBER_OF_POINTS")
-                type->set_attribute(Attribute(statement, parse_conditional_value()));
+                type->set_attribute(statement, parse_conditional_value());
             else if (statement == "Y_VALUES" || (!yt && statement == "X_VALUES"))
-                type->set_attribute(point_list(statement));
-            else
+                point_list(statement);
+            else  // the XY message names %1, which no argument fills: it prints nothing there
                 fatal(format_message(yt ? messages::expected_yt_statement : messages::expected_xy_statement, {statement}));
         }
     }
     expect("}");
-    if (at(";")) advance();
-    return ValuePtr(type);
+    accept(";");
+    return type;
 }
 
 ValuePtr Parser::parse_point_list() { return parse_list_point_values(); }
@@ -472,31 +423,28 @@ ValuePtr Parser::parse_point_list() { return parse_list_point_values(); }
 ValuePtr Parser::parse_point_value() {
     if (at_kind(IDENTIFIER)) return parse_reference();
     std::string text;
-    if (at("-")) {
-        advance();
-        text.push_back('-');
-    }
+    if (accept("-")) text.push_back('-');
     advance();
-    text += current().text();
-    if (current().is(INTEGER)) return make_value<SimpleValue>(ValueKind::INTEGER, std::move(text));
-    if (current().is(FLOAT)) return make_value<SimpleValue>(ValueKind::FLOAT, std::move(text));
-    fatal(format_message(messages::expected_point, {current().text()}));
+    text += consumed().text();
+    if (consumed().is(INTEGER)) return make_simple(ValueKind::INTEGER, text);
+    if (consumed().is(FLOAT)) return make_simple(ValueKind::FLOAT, text);
+    fatal_at_consumed(messages::expected_point);
 }
 
 // key_points : '{' { ( X_VALUES | Y_VALUES ) '{' point_list '}' } '}'
 ValuePtr Parser::parse_key_points() {
-    auto points = std::make_shared<ComposedValue>();
+    auto* points = make<ComposedValue>();
     expect("{");
     while (!at("}")) {
         advance();
-        const std::string axis(current().text());
-        if (axis != "X_VALUES" && axis != "Y_VALUES") fatal(format_message(messages::expected_key_points, {axis}));
+        const std::string axis(consumed().text());
+        if (axis != "X_VALUES" && axis != "Y_VALUES") fatal_at_consumed(messages::expected_key_points);
         expect("{");
         points->set(axis, parse_point_list());
         expect("}");
     }
     expect("}");
-    return ValuePtr(points);
+    return points;
 }
 
 // ---- Grids ----------------------------------------------------------------------------------------
@@ -514,14 +462,11 @@ ValuePtr Parser::parse_vector_list() { return parse_list_vectors(); }
 // vector : '{' string_value { ',' expression } '}'
 ValuePtr Parser::parse_vector() {
     expect("{");
-    auto vector = std::make_shared<ValueList>("vector");
+    auto* vector = make<ValueList>("vector");
     vector->add(parse_string_value());
-    while (at(",")) {
-        advance();
-        vector->add(parse_conditional_expression());
-    }
+    while (accept(",")) vector->add(parse_conditional_expression());
     expect("}");
-    return ValuePtr(vector);
+    return vector;
 }
 
 }  // namespace edd

@@ -8,9 +8,7 @@
 namespace edd {
 
 void Parser::skip_trailing_semicolon() {
-    if (!at(";")) return;
-    advance();
-    warning(messages::trailing_semicolon);
+    if (accept(";")) warning(messages::trailing_semicolon);
 }
 
 // conditional_X : IF '(' expression_list ')' '{' branch [';'] '}' [ ELSE '{' [ branch [';'] ] '}' [';'] ]
@@ -20,8 +18,7 @@ void Parser::skip_trailing_semicolon() {
 ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
     if (!at("IF") && !at("SELECT")) return (this->*plain)();
     DepthGuard guard(*this);
-    if (at("IF")) {
-        parse_keyword("IF");
+    if (accept("IF")) {
         expect("(");
         ValuePtr condition = parse_expression_list();
         expect(")");
@@ -29,15 +26,14 @@ ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
         ValuePtr then_value = (this->*branch)();
         skip_trailing_semicolon();
         expect("}");
-        auto conditional = std::make_shared<IfConditional>();
-        conditional->set_condition(std::move(condition));
-        conditional->set_then(std::move(then_value));
+        auto* conditional = make<IfConditional>();
+        conditional->set_condition(condition);
+        conditional->set_then(then_value);
         // A ';' after a then-branch without ELSE is left for the caller.
-        if (!at("ELSE")) return ValuePtr(conditional);
-        parse_keyword("ELSE");
+        if (!accept("ELSE")) return conditional;
         expect("{");
         if (at("}")) {
-            conditional->set_else(make_value<NullValue>());
+            conditional->set_else(make<NullValue>());
             warning(messages::empty_else);
         } else {
             conditional->set_else((this->*branch)());
@@ -45,37 +41,35 @@ ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
         }
         expect("}");
         skip_trailing_semicolon();
-        return ValuePtr(conditional);
+        return conditional;
     }
-    parse_keyword("SELECT");
+    expect("SELECT");
     expect("(");
-    auto select = std::make_shared<SelectConditional>();
+    auto* select = make<SelectConditional>();
     select->set_selector(parse_expression_list());
     expect(")");
     expect("{");
     while (!at("}")) {
-        if (at("CASE")) {
-            parse_keyword("CASE");
+        if (accept("CASE")) {
             ValuePtr label = parse_expression_list();
             expect(":");
             ValuePtr value = (this->*branch)();
             skip_trailing_semicolon();
-            select->add_case(std::move(label), std::move(value));
-        } else if (at("DEFAULT")) {
-            parse_keyword("DEFAULT");
+            select->add_case(*description_.arena, label, value);
+        } else if (accept("DEFAULT")) {
             expect(":");
             ValuePtr value = (this->*branch)();
             skip_trailing_semicolon();
             if (select->has_default()) error(messages::select_two_defaults);
-            select->set_default(std::move(value));
+            select->set_default(value);
         } else {
             // Nothing here would consume the stray token, so reading stops at it.
-            fatal(concat({messages::expected_case_or_default, lookahead().text(), "'."}));
+            fatal(concat({messages::expected_case_or_default, peek().text(), "'."}));
         }
     }
     expect("}");
     skip_trailing_semicolon();
-    return ValuePtr(select);
+    return select;
 }
 
 // list_X : X [ ',' X { ',' X } ] — a single entry stays itself; a comma before IF, SELECT,
@@ -83,24 +77,23 @@ ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
 ValuePtr Parser::parse_list(Grammar entry, std::string_view trailing) {
     ValuePtr first = (this->*entry)();
     if (!at(",")) return first;
-    auto list = std::make_shared<ValueList>();
-    list->add(std::move(first));
-    while (at(",")) {
-        expect(",");
+    auto* list = make<ValueList>();
+    list->add(first);
+    while (accept(",")) {
         if (at("IF") || at("SELECT") || at("CASE") || at("}")) {
-            warning(trailing.empty() ? format_message(messages::stray, {current().text()}) : std::string(trailing));
+            warning(trailing.empty() ? format_message(messages::stray, {consumed().text()}) : std::string(trailing));
             break;
         }
         list->add((this->*entry)());
     }
-    return ValuePtr(list);
+    return list;
 }
 
 // X_sequence : { conditional_X }
 ValuePtr Parser::parse_sequence(Grammar conditional_entry, StartTest starts_entry) {
-    auto list = std::make_shared<ValueList>();
+    auto* list = make<ValueList>();
     while ((this->*starts_entry)()) list->add((this->*conditional_entry)());
-    return ValuePtr(list);
+    return list;
 }
 
 // A ';' ends a branch too: the template reports it as a trailing semicolon.
@@ -123,7 +116,7 @@ ValuePtr Parser::parse_conditional_value() {
 // plain_value : expression_list [';']
 ValuePtr Parser::parse_plain_value() {
     ValuePtr value = parse_expression_list();
-    if (at(";")) advance();
+    accept(";");
     return value;
 }
 
@@ -133,12 +126,12 @@ ValuePtr Parser::parse_conditional_data_item() {
 // data_items : [ conditional_data_item { [','] conditional_data_item } ] — commas are
 // optional between a conditional and its neighbours
 ValuePtr Parser::parse_data_item_sequence() {
-    auto list = std::make_shared<ValueList>();
+    auto* list = make<ValueList>();
     while (starts_any_entry()) {
         list->add(parse_conditional_data_item());
-        if (at(",")) advance();
+        accept(",");
     }
-    return ValuePtr(list);
+    return list;
 }
 
 ValuePtr Parser::parse_conditional_action() {

@@ -48,43 +48,38 @@ constexpr std::string_view assignment_operators[] = {"=", "+=", "-=", "*=", "/="
 constexpr std::string_view prefix_operators[] = {"~", "!", "+", "-", "++", "--"};
 constexpr std::string_view postfix_operators[] = {"++", "--"};
 
-ValuePtr operator_value(std::string_view spelling) {
-    return make_value<SimpleValue>(ValueKind::OPERATOR, std::string(spelling));
-}
-
 }  // namespace
 
-// Reads the operator that the caller has seen by look-ahead.
-ValuePtr Parser::read_operator() {
+// The operator that the caller has seen by look-ahead.
+ValuePtr Parser::parse_operator() {
     advance();
-    return operator_value(current().text());
+    return make_simple(ValueKind::OPERATOR, consumed().text());
 }
 
 // expression_list : assignment { ',' assignment } — a list only when a comma follows
 ValuePtr Parser::parse_expression_list() {
     ValuePtr first = parse_assignment_expression();
     if (!at(",")) return first;
-    auto list = std::make_shared<ValueList>();
-    list->add(std::move(first));
-    while (at(",")) {
-        expect(",");
+    auto* list = make<ValueList>();
+    list->add(first);
+    while (accept(",")) {
         if (at("}")) {
             warning(messages::trailing_comma);
             break;
         }
         list->add(parse_assignment_expression());
     }
-    return ValuePtr(list);
+    return list;
 }
 
 // assignment : conditional [ assignment_operator assignment ]
 ValuePtr Parser::parse_assignment_expression() {
     ValuePtr left = parse_conditional_expression();
-    if (!is_one_of(lookahead(), assignment_operators)) return left;
+    if (!is_one_of(peek(), assignment_operators)) return left;
     DepthGuard guard(*this);
-    ValuePtr op = read_operator();
+    ValuePtr op = parse_operator();
     ValuePtr right = parse_assignment_expression();
-    return make_value<Expression>(std::move(left), std::move(op), std::move(right));
+    return make<Expression>(left, op, right);
 }
 
 // conditional : logical_or [ '?' expression_list ':' expression_list ]
@@ -93,118 +88,121 @@ ValuePtr Parser::parse_conditional_expression() {
     if (!at("?")) return condition;
     DepthGuard guard(*this);
     expect("?");
-    ValuePtr question = operator_value("?");
+    ValuePtr question = make_simple(ValueKind::OPERATOR, "?");
     ValuePtr first = parse_expression_list();
     expect(":");
-    ValuePtr colon = operator_value(":");
+    ValuePtr colon = make_simple(ValueKind::OPERATOR, ":");
     ValuePtr second = parse_expression_list();
-    return make_value<Expression>(std::move(condition), std::move(question), std::move(first), std::move(colon),
-                                  std::move(second));
+    return make<Expression>(condition, question, first, colon, second);
 }
 
 // binary : prefix [ operator binary ]   for the operators tighter than `limit`
 ValuePtr Parser::parse_binary_expression(int limit) {
     ValuePtr left = parse_prefix_expression();
-    for (auto level = binary_level(lookahead()); level && *level > limit; level = binary_level(lookahead())) {
+    for (auto level = binary_level(peek()); level && *level > limit; level = binary_level(peek())) {
         DepthGuard guard(*this);
-        ValuePtr op = read_operator();
+        ValuePtr op = parse_operator();
         ValuePtr right = parse_binary_expression(*level - 1);
-        left = make_value<Expression>(std::move(left), std::move(op), std::move(right));
+        left = make<Expression>(left, op, right);
     }
     return left;
 }
 
 // prefix : prefix_operator prefix | postfix
 ValuePtr Parser::parse_prefix_expression() {
-    if (!is_one_of(lookahead(), prefix_operators)) return parse_postfix_expression();
+    if (!is_one_of(peek(), prefix_operators)) return parse_postfix_expression();
     DepthGuard guard(*this);
-    ValuePtr op = read_operator();
+    ValuePtr op = parse_operator();
     ValuePtr operand = parse_prefix_expression();
-    return make_value<Expression>(std::move(op), std::move(operand));
+    return make<Expression>(op, operand);
 }
 
 // postfix : primary [ '++' | '--' ]
 ValuePtr Parser::parse_postfix_expression() {
     ValuePtr operand = parse_primary_expression();
-    if (!is_one_of(lookahead(), postfix_operators)) return operand;
-    ValuePtr op = read_operator();
-    return make_value<Expression>(std::move(operand), std::move(op));
+    if (!is_one_of(peek(), postfix_operators)) return operand;
+    ValuePtr op = parse_operator();
+    return make<Expression>(operand, op);
 }
 
 // primary : '(' expression_list ')' | integer | float | string_value | reference_or_call
 //         | keyword { '&' keyword }
 ValuePtr Parser::parse_primary_expression() {
-    switch (lookahead().kind()) {
+    switch (peek().kind()) {
     case LEFT_BRACKET: {
         DepthGuard guard(*this);
         expect("(");
+        ValuePtr open = make_simple(ValueKind::OPERATOR, "(");
         ValuePtr inner = parse_expression_list();
         expect(")");
-        return make_value<Expression>(operator_value("("), std::move(inner), operator_value(")"));
+        return make<Expression>(open, inner, make_simple(ValueKind::OPERATOR, ")"));
     }
-    case INTEGER: return expect_integer();
-    case FLOAT: return expect_float();
+    case INTEGER: return make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got));
+    case FLOAT: return make_simple(ValueKind::FLOAT, expect_kind(FLOAT, messages::expected_float_but_got));
     case STRING:
     case LEFT_SQUARE_BRACKET: return parse_string_value();
     case IDENTIFIER: return parse_reference_or_call();
     case EDDL_KEYWORD: return parse_keyword_combination();
     default:
         // Not consumed: the caller meets the same token and decides.
-        error(concat({messages::expected_primary, lookahead().text()}));
-        return make_value<NullValue>();
+        error(concat({messages::expected_primary, peek().text()}));
+        return make<NullValue>();
     }
 }
 
 // string_value : string { string } | '[' identifier ']' | reference
 ValuePtr Parser::parse_string_value() {
     if (at_kind(STRING)) {
-        std::string text;
+        advance();
+        if (!at_kind(STRING)) return make_simple(ValueKind::STRING, consumed().text());
+        std::string text(consumed().text());
         while (at_kind(STRING)) {
             advance();
-            text += current().text();
+            text += consumed().text();
         }
-        return make_value<SimpleValue>(ValueKind::STRING, std::move(text));
+        return make_simple(ValueKind::STRING, text);
     }
-    if (at("[")) {
-        expect("[");
-        std::string key = parse_identifier(true);
+    if (accept("[")) {
+        const std::string key(read_identifier(true));
         expect("]");
-        return make_value<SimpleValue>(ValueKind::DICTIONARY_REFERENCE, std::move(key));
+        return make_simple(ValueKind::DICTIONARY_REFERENCE, key);
     }
     if (at_kind(IDENTIFIER)) return parse_reference();
     advance();
-    fatal(format_message(messages::expected_string, {current().text()}));
+    fatal_at_consumed(messages::expected_string);
 }
 
 // reference : identifier [ '[' ( reference | integer ) ']' ] { ( '->' | '.' ) identifier }
 // The path is kept as written; the index is the reference's argument.
 ValuePtr Parser::parse_reference() {
-    std::string path = parse_identifier(false);
+    std::string path(read_identifier(false));
     ValuePtr index;
     if (at("[")) {
         DepthGuard guard(*this);
         expect("[");
+        path += '[';
         if (at_kind(IDENTIFIER)) {
             index = parse_reference();
-            path += '[' + static_cast<const ReferenceValue&>(*index).name() + ']';
+            path += static_cast<const ReferenceValue&>(*index).name();
         } else if (at_kind(INTEGER)) {
-            index = expect_integer();
-            path += '[' + static_cast<const SimpleValue&>(*index).text() + ']';
+            index = make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got));
+            path += static_cast<const SimpleValue&>(*index).text();
         } else {
             // Any other index (a negative number, a bracketed sum) is read as an expression.
             index = parse_expression_list();
-            path += '[' + index->to_string() + ']';
+            path += index->to_string();
         }
+        path += ']';
         expect("]");
     }
     while (at("->") || at(".")) {
         advance();
-        path += current().text();
-        path += parse_identifier(false);
+        path += consumed().text();
+        path += read_identifier(false);
     }
-    auto reference = std::make_shared<ReferenceValue>(std::move(path));
-    if (index.is_set()) reference->set_argument(std::move(index));
-    return ValuePtr(reference);
+    auto* reference = make<ReferenceValue>(path);
+    if (index.is_set()) reference->set_argument(index);
+    return reference;
 }
 
 // reference_or_call : reference [ '(' [ expression_list ] ')' ]
@@ -214,24 +212,23 @@ ValuePtr Parser::parse_reference_or_call() {
     if (!at("(")) return reference;
     DepthGuard guard(*this);
     expect("(");
-    ValuePtr arguments = at(")") ? make_value<ValueList>() : parse_expression_list();
+    ValuePtr arguments = at(")") ? ValuePtr(make<ValueList>()) : parse_expression_list();
     expect(")");
-    auto call = std::make_shared<ReferenceValue>(static_cast<const ReferenceValue&>(*reference).name());
-    call->set_argument(std::move(arguments));
-    return ValuePtr(call);
+    // A call keeps its name; an index of the name does not carry over.
+    auto* call = make<ReferenceValue>(static_cast<const ReferenceValue&>(*reference).name());
+    call->set_argument(arguments);
+    return call;
 }
 
 // keyword_combination : keyword { '&' keyword } — one keyword alone, else a list of them
 ValuePtr Parser::parse_keyword_combination() {
-    ValuePtr first = expect_keyword();
+    ValuePtr first = make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got));
     if (!at("&")) return first;
-    auto list = std::make_shared<ValueList>();
-    list->add(std::move(first));
-    while (at("&")) {
-        advance();
-        list->add(expect_keyword());
-    }
-    return ValuePtr(list);
+    auto* list = make<ValueList>();
+    list->add(first);
+    while (accept("&"))
+        list->add(make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got)));
+    return list;
 }
 
 }  // namespace edd

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <unordered_map>
 #include <map>
 #include <stdexcept>
 
@@ -46,11 +47,46 @@ std::string resolve_import(const std::string& name, const std::vector<std::strin
     return std::string();
 }
 
-std::vector<Item>::iterator find_item(std::vector<Item>& items, std::string_view name) {
-    return std::ranges::find_if(items, [&](const Item& item) { return item.name() == name; });
-}
-
 }  // namespace
+
+// The items an import takes over, in import order, findable by name through an index: an
+// item may be selected twice (EVERYTHING, then by name), and a lookup finds the first of
+// them that is still there, as REDEFINE and DELETE expect.
+class Parser::ImportSet {
+public:
+    void add(const Item& item) {
+        const std::size_t at = items_.size();
+        items_.push_back(item);
+        removed_.push_back(false);
+        next_.push_back(none);
+        auto [first, inserted] = first_.try_emplace(item.name(), at);
+        if (inserted) return;
+        std::size_t last = first->second;
+        while (next_[last] != none) last = next_[last];
+        next_[last] = at;
+    }
+    Item* find(std::string_view name) {
+        auto it = first_.find(name);
+        if (it == first_.end()) return nullptr;
+        for (std::size_t at = it->second; at != none; at = next_[at])
+            if (!removed_[at]) return &items_[at];
+        return nullptr;
+    }
+    void remove(const Item& item) { removed_[static_cast<std::size_t>(&item - items_.data())] = true; }
+
+    template <class F>
+    void for_each(F&& f) {
+        for (std::size_t at = 0; at < items_.size(); ++at)
+            if (!removed_[at]) f(items_[at]);
+    }
+
+private:
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+    std::vector<Item> items_;
+    std::vector<bool> removed_;
+    std::vector<std::size_t> next_;  // the next item of the same name, or none
+    std::unordered_map<std::string_view, std::size_t> first_;
+};
 
 // import : IMPORT ( string | identification ) [ '{' import_list [ redefinitions ] '}' ]
 void Parser::parse_import() {
@@ -58,7 +94,7 @@ void Parser::parse_import() {
     std::string name;
     if (at_kind(STRING)) {
         advance();
-        name = current().text();
+        name = consumed().text();
     } else {
         Identification identification;
         parse_identification(identification);
@@ -68,23 +104,21 @@ void Parser::parse_import() {
     if (path.empty()) fatal(format_message(messages::import_not_found, {name}));
     ItemTable imported = parse_imported_file(name, path);
 
-    std::vector<Item> import_set;
-    if (at("{")) {
-        expect("{");
-        import_set = parse_import_list(imported);
-        if (at("REDEFINITIONS")) parse_redefinitions(import_set);
+    ImportSet selected;
+    if (accept("{")) {
+        parse_import_list(imported, selected);
+        if (at("REDEFINITIONS")) parse_redefinitions(selected);
         expect("}");
     }
     // An imported name that is taken already is not counted as an error: the first stays.
-    for (Item& item : import_set) {
-        if (description_.items.contains(item.name())) {
-            const Item& first = description_.items.get(item.name());
-            diagnostics().duplicate_object(item.origin().file_name(), item.origin().line(), item.name(),
-                                           first.origin().file_name(), first.origin().line());
-            continue;
+    selected.for_each([this](Item& item) {
+        if (const Item* first = description_.items.find(item.name())) {
+            diagnostics().duplicate_object(item.origin().file_name(), item.origin().line, item.name(),
+                                           first->origin().file_name(), first->origin().line);
+            return;
         }
         description_.items.insert(std::move(item));
-    }
+    });
 }
 
 // The imported file is converted on its own, with the same include paths, profile and
@@ -101,6 +135,7 @@ ItemTable Parser::parse_imported_file(const std::string& name, const std::string
     Lexer lexer(Lexer::FromText{}, std::move(*text), path, diagnostics());
     Preprocessor preprocessor(lexer, include_paths_, files_, diagnostics());
     Parser nested(preprocessor, path, profile_, include_paths_, files_, diagnostics());
+    nested.description_.arena = description_.arena;  // its items become ours
     nested.import_chain_ = import_chain_;
     nested.imports_converted_ = imports_converted_;
     import_chain_->push_back(canonical);
@@ -113,61 +148,58 @@ ItemTable Parser::parse_imported_file(const std::string& name, const std::string
 }
 
 // import_list : { EVERYTHING ';' | identifier [';'] | plural_keyword [';'] }
-std::vector<Item> Parser::parse_import_list(const ItemTable& imported) {
-    std::vector<Item> selected;
+void Parser::parse_import_list(const ItemTable& imported, ImportSet& selected) {
     while (!at("}") && !at("REDEFINITIONS") && !at_end()) {
         advance();
-        const Token entry = current();
+        const Token entry = consumed();
         if (entry.text() == "EVERYTHING") {
             expect(";");
-            selected.insert(selected.end(), imported.items().begin(), imported.items().end());
+            for (const Item& item : imported.items()) selected.add(item);
             continue;
         }
         if (is_plural_entry(entry)) {
             auto it = import_keywords().find(entry.text());
             if (it == import_keywords().end()) throw std::invalid_argument(std::string(messages::invalid_import_id));
-            for (const Item* item : imported.of_type(find_item_type(it->second))) selected.push_back(*item);
-        } else if (imported.contains(entry.text())) {
-            selected.push_back(imported.get(entry.text()));
+            for (const Item* item : imported.of_type(find_item_type(it->second))) selected.add(*item);
+        } else if (const Item* item = imported.find(entry.text())) {
+            selected.add(*item);
         } else {
             diagnostics().line(concat({messages::import_object_missing, entry.text()}));
         }
-        if (at(";") || at(",")) advance();
+        if (!accept(";")) accept(",");
     }
-    return selected;
 }
 
 // redefinitions : REDEFINITIONS '{' { [REDEFINE] item_type name body | DELETE item_type name ';' } '}'
-void Parser::parse_redefinitions(std::vector<Item>& import_set) {
+void Parser::parse_redefinitions(ImportSet& selected) {
     expect("REDEFINITIONS");
     expect("{");
     while (!at("}")) {
-        if (at("DELETE")) {
-            advance();
-            const ItemType type = find_item_type(parse_identifier(false));
-            const std::string name = parse_identifier(false);
+        if (accept("DELETE")) {
+            const ItemType type = find_item_type(read_identifier(false));
+            const std::string name(read_identifier(false));
             expect(";");
-            auto it = find_item(import_set, name);
-            if (it == import_set.end()) error(messages::delete_missing);
-            else if (it->type() != type) error(messages::delete_wrong_type);
-            else import_set.erase(it);
+            Item* item = selected.find(name);
+            if (item == nullptr) error(messages::delete_missing);
+            else if (item->type() != type) error(messages::delete_wrong_type);
+            else selected.remove(*item);
             continue;
         }
-        if (!at("REDEFINE") && find_item_type(lookahead().text()) == ItemType::UNKNOWN) {
+        if (!at("REDEFINE") && find_item_type(peek().text()) == ItemType::UNKNOWN) {
             advance();
-            fatal(format_message(messages::expected_redefinition, {current().text()}));
+            fatal_at_consumed(messages::expected_redefinition);
         }
-        if (at("REDEFINE")) advance();
-        const ItemType type = find_item_type(parse_identifier(false));
-        const std::string name = parse_identifier(false);
-        auto it = find_item(import_set, name);
-        if (it != import_set.end() && it->type() == type) {
-            parse_item_body(*it);
+        accept("REDEFINE");
+        const ItemType type = find_item_type(read_identifier(false));
+        const std::string name(read_identifier(false));
+        Item* item = selected.find(name);
+        if (item != nullptr && item->type() == type) {
+            parse_item_body(*item);
             continue;
         }
-        error(it == import_set.end() ? messages::redefine_missing : messages::redefine_wrong_type);
-        Item discarded(type, name, current());  // the body is still read, so parsing goes on
-        parse_item_body(discarded);
+        error(item == nullptr ? messages::redefine_missing : messages::redefine_wrong_type);
+        Item discarded(*description_.arena, type, name, Position{consumed().file(), consumed().line()});
+        parse_item_body(discarded);  // the body is still read, so parsing goes on
     }
     expect("}");
 }

@@ -16,8 +16,8 @@ void Parser::parse_item_body(Item& item) {
         ValuePtr cause = parse_conditional_value();
         expect(":");
         ValuePtr effect = parse_conditional_value();
-        item.set_attribute(AttributeId::cause_parameter, std::move(cause));
-        item.set_attribute(AttributeId::effected_parameter, std::move(effect));
+        item.set_attribute(AttributeId::cause_parameter, cause);
+        item.set_attribute(AttributeId::effected_parameter, effect);
         break;
     }
     case ItemType::RESPONSE_CODES:
@@ -34,38 +34,32 @@ void Parser::parse_item_body(Item& item) {
 
 // attribute_statement : REDEFINE attribute | DELETE attribute_name ';' | attribute
 void Parser::parse_attribute_statement(Item& item) {
-    if (at("REDEFINE")) {
-        advance();
-        parse_attribute(item, true);
-    } else if (at("DELETE")) {
-        advance();
-        parse_attribute_deletion(item);
-    } else {
-        parse_attribute(item, false);
-    }
+    if (accept("REDEFINE")) parse_attribute(item, true);
+    else if (accept("DELETE")) parse_attribute_deletion(item);
+    else parse_attribute(item, false);
 }
 
 // attribute : attribute_name value
 // A value that the profile refuses is still kept; one that the item type does not define
 // is dropped. A redefinition replaces the slot even where attributes accumulate.
 void Parser::parse_attribute(Item& item, bool redefine) {
-    const std::string name = parse_identifier(false);
+    const std::string name(read_identifier(false));
     const AttributeId id = find_attribute(name);
     if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
     ValuePtr value = parse_attribute_value(item, id);
     if (!profile_.allows_attribute(item.type(), id))
         error(format_message(messages::attribute_not_allowed, {name, item_type_word(item), profile_.name()}));
     if (!item_defines_attribute(item.type(), id)) {
-        error(name + std::string(messages::attribute_not_defined) + std::string(item_type_word(item)));
+        error(concat({name, messages::attribute_not_defined, item_type_word(item)}));
         return;
     }
-    if (redefine) item.set_attribute(id, std::move(value));
-    else store_attribute(item, id, std::move(value));
+    if (redefine) item.set_attribute(id, value);
+    else store_attribute(item, id, value);
 }
 
 // deletion : DELETE attribute_name ';'
 void Parser::parse_attribute_deletion(Item& item) {
-    const std::string name = parse_identifier(false);
+    const std::string name(read_identifier(false));
     const AttributeId id = find_attribute(name);
     if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
     expect(";");
@@ -85,13 +79,13 @@ void Parser::store_attribute(Item& item, AttributeId id, ValuePtr value) {
     }
     const ValuePtr& held = item.attribute(id);
     if (held->kind() == ValueKind::VALUE_LIST) {
-        static_cast<ValueList&>(*held).add(std::move(value));
+        static_cast<ValueList&>(*held).add(value);
         return;
     }
-    auto list = std::make_shared<ValueList>();
+    auto* list = make<ValueList>();
     list->add(held);
-    list->add(std::move(value));
-    item.set_attribute(id, ValuePtr(std::move(list)));
+    list->add(value);
+    item.set_attribute(id, list);
 }
 
 // The grammar of an attribute's value is chosen by the attribute and, for TYPE, by the
@@ -130,8 +124,7 @@ ValuePtr Parser::parse_attribute_value(const Item& item, AttributeId id) {
 
 // generic_attribute_value : '{' conditional_value '}' | conditional_value
 ValuePtr Parser::parse_generic_attribute_value() {
-    if (!at("{")) return parse_conditional_value();
-    expect("{");
+    if (!accept("{")) return parse_conditional_value();
     ValuePtr value = parse_conditional_value();
     expect("}");
     return value;

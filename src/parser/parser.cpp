@@ -8,8 +8,8 @@
 #include "diagnostics/type_name.hpp"
 #include "model/parameter_value.hpp"
 #include "model/simple_value.hpp"
-#include "text/text_utils.hpp"
 #include "parser/canonical_path.hpp"
+#include "text/text_utils.hpp"
 
 namespace edd {
 
@@ -22,13 +22,15 @@ Parser::Parser(TokenStream& source, std::string file_name, const Profile& profil
       files_(files),
       import_chain_(std::make_shared<std::vector<std::string>>(1, canonical_path(file_name_))) {}
 
+ValuePtr Parser::make_simple(ValueKind kind, std::string_view text) { return make<SimpleValue>(kind, text); }
+
 // The handlers other than ParseError write to standard error, not to the diagnostics: they
 // stand for faults of the converter rather than of the description.
 bool Parser::parse() {
     auto report_failure = [this](std::string_view failure) {
         diagnostics().standard_error(failure);
-        diagnostics().standard_error(concat({messages::position, current().file_name(), "(",
-                                             std::to_string(current().line()), ")"}));
+        diagnostics().standard_error(concat({messages::position, consumed().file_name(), "(",
+                                             std::to_string(consumed().line()), ")"}));
     };
     try {
         parse_description();
@@ -67,14 +69,13 @@ void Parser::parse_identification(Identification& identification) {
 //                      | MANUFACTURER_EXT string
 void Parser::parse_identification_entry(Identification& identification) {
     advance();
-    const std::string keyword(current().text());
+    const std::string keyword(consumed().text());
     if (keyword == "MANUFACTURER" || keyword == "DEVICE_TYPE") {
         advance();
-        if (!current().is(INTEGER) && !current().is(IDENTIFIER))
-            fatal(format_message(keyword == "MANUFACTURER" ? messages::manufacturer_value : messages::device_type_value,
-                                 {current().text()}));
-        ValuePtr value = make_value<SimpleValue>(current().is(INTEGER) ? ValueKind::INTEGER : ValueKind::IDENTIFIER,
-                                                 std::string(current().text()));
+        if (!consumed().is(INTEGER) && !consumed().is(IDENTIFIER))
+            fatal_at_consumed(keyword == "MANUFACTURER" ? messages::manufacturer_value : messages::device_type_value);
+        ValuePtr value =
+            make_simple(consumed().is(INTEGER) ? ValueKind::INTEGER : ValueKind::IDENTIFIER, consumed().text());
         (keyword == "MANUFACTURER" ? identification.manufacturer : identification.device_type) = value;
         return;
     }
@@ -84,11 +85,12 @@ void Parser::parse_identification_entry(Identification& identification) {
                       : keyword == "EDD_VERSION"                              ? &identification.edd_version
                                                                               : nullptr;
     if (field != nullptr) {
-        *field = make_value<SimpleValue>(ValueKind::INTEGER, to_text(parse_integer()));
+        *field = make_simple(ValueKind::INTEGER, to_text(read_integer()));
         return;
     }
     if (keyword == "MANUFACTURER_EXT") {
-        identification.manufacturer_ext = make_value<SimpleValue>(ValueKind::STRING, parse_string_literal());
+        identification.manufacturer_ext =
+            make_simple(ValueKind::STRING, expect_kind(STRING, messages::expected_string_literal_and_got));
         return;
     }
     fatal(format_message(messages::expected_identification, {keyword}));
@@ -97,30 +99,27 @@ void Parser::parse_identification_entry(Identification& identification) {
 // item_definition : item_type [ OF item_type ] name [ LIKE [ item_type ] base ] [ parameters ] body
 //                 | name LIKE [ item_type ] base body
 void Parser::parse_item_definition() {
-    const Token origin = lookahead();
-    const std::string first = parse_identifier(false);
+    const Position origin{peek().file(), peek().line()};
+    const std::string first(read_identifier(false));
     ItemType type = find_item_type(first);
     std::string name;
     std::string of_type;
-    auto check_profile = [this](ItemType allowed, const std::string& word) {
+    auto check_profile = [this](ItemType allowed, std::string_view word) {
         if (!profile_.allows_item(allowed))
             error(format_message(messages::object_not_allowed, {word, profile_.name()}));
     };
     if (type == ItemType::UNKNOWN) {
-        if (!at("LIKE")) fatal(format_message(messages::expected_edd_object, {current().text()}));
+        if (!at("LIKE")) fatal_at_consumed(messages::expected_edd_object);
         name = first;  // name LIKE [item_type] base
     } else {
         check_profile(type, first);
-        if ((type == ItemType::COLLECTION || type == ItemType::ITEM_ARRAY || type == ItemType::ARRAY) && at("OF")) {
-            advance();
-            of_type = parse_identifier(false);
-        }
-        name = parse_identifier(true);
+        if ((type == ItemType::COLLECTION || type == ItemType::ITEM_ARRAY || type == ItemType::ARRAY) && accept("OF"))
+            of_type = read_identifier(false);
+        name = read_identifier(true);
     }
     std::string parent;
-    if (at("LIKE")) {
-        advance();
-        const std::string word = parse_identifier(false);
+    if (accept("LIKE")) {
+        const std::string word(read_identifier(false));
         const ItemType named = find_item_type(word);
         if (named == ItemType::UNKNOWN) {
             parent = word;
@@ -130,12 +129,12 @@ void Parser::parse_item_definition() {
                 type = named;
                 check_profile(type, word);
             }
-            parent = parse_identifier(false);
+            parent = read_identifier(false);
         }
     }
-    Item item(type, name, origin);
+    Item item(*description_.arena, type, name, origin);
     item.set_parent(parent);
-    if (!of_type.empty()) item.set_attribute(AttributeId::of_type, make_value<SimpleValue>(ValueKind::KEYWORD, of_type));
+    if (!of_type.empty()) item.set_attribute(AttributeId::of_type, make_simple(ValueKind::KEYWORD, of_type));
     if (type == ItemType::METHOD && at("(")) parse_method_header(item);
     parse_item_body(item);
     register_item(std::move(item));
@@ -149,17 +148,10 @@ void Parser::parse_method_header(Item& item) {
 }
 
 void Parser::register_item(Item item) {
-    if (description_.items.contains(item.name())) {
-        const Item& first = description_.items.get(item.name());
-        std::string message(messages::duplicate_definition);
-        message += item.name();
-        message += '"';
-        message += messages::duplicate_definition_object;
-        message += first.name();
-        message += messages::initially_defined_at;
-        message += first.origin().file_name() + '(' + std::to_string(first.origin().line()) + ')';
-        message += '\n';
-        error(message);
+    if (const Item* first = description_.items.find(item.name())) {
+        error(concat({messages::duplicate_definition, item.name(), "\"", messages::duplicate_definition_object,
+                      first->name(), messages::initially_defined_at, first->origin().file_name(), "(",
+                      std::to_string(first->origin().line), ")\n"}));
         return;
     }
     description_.items.insert(std::move(item));

@@ -6,7 +6,7 @@
 
 #include <cstddef>
 #include <memory>
-#include <set>
+#include <utility>
 #include <string>
 #include <vector>
 
@@ -31,6 +31,14 @@ public:
 private:
     using Grammar = ValuePtr (Parser::*)();
     using StartTest = bool (Parser::*)() const;
+    class ImportSet;
+
+    // Values are made in the description's arena.
+    template <class V, class... Args>
+    V* make(Args&&... args) {
+        return description_.arena->make<V>(std::forward<Args>(args)...);
+    }
+    ValuePtr make_simple(ValueKind kind, std::string_view text);
 
     // ---- Top level (parser.cpp) ------------------------------------------------------
     void parse_description();
@@ -48,8 +56,8 @@ private:
     static constexpr std::size_t max_imports = 10'000;
     void parse_import();
     ItemTable parse_imported_file(const std::string& name, const std::string& path);
-    std::vector<Item> parse_import_list(const ItemTable& imported);
-    void parse_redefinitions(std::vector<Item>& import_set);
+    void parse_import_list(const ItemTable& imported, ImportSet& selected);
+    void parse_redefinitions(ImportSet& selected);
 
     // ---- Item bodies and attributes (parse_items.cpp) ------------------------------------
     void parse_item_body(Item& item);
@@ -71,7 +79,7 @@ private:
     ValuePtr parse_reference();
     ValuePtr parse_reference_or_call();
     ValuePtr parse_keyword_combination();
-    ValuePtr read_operator();
+    ValuePtr parse_operator();
 
     // ---- Conditional and list templates (parse_conditionals.cpp) ---------------------------
     ValuePtr parse_conditional(Grammar plain, Grammar branch);
@@ -145,7 +153,7 @@ private:
     ValuePtr parse_point_value();
     ValuePtr parse_method_parameter();
     ValuePtr parse_point_list();
-    ValuePtr parse_keyword_set_combination(const std::set<std::string, std::less<>>& words);
+    ValuePtr parse_keyword_set_combination(const WordSet& words);
     void parse_type_body(TypeValue& type, bool enumerated);
 
     std::string file_name_;
@@ -157,6 +165,7 @@ private:
     // so that a file importing itself, directly or not, is caught.
     std::shared_ptr<std::vector<std::string>> import_chain_;
     std::shared_ptr<std::size_t> imports_converted_ = std::make_shared<std::size_t>(0);
+    std::vector<Token> code_tokens_;  // a method body being read
 };
 
 }  // namespace edd

@@ -3,14 +3,11 @@
 #include "diagnostics/exceptions.hpp"
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
-#include "frontend/keywords.hpp"
-#include "model/simple_value.hpp"
 #include "text/text_utils.hpp"
 
 namespace edd {
 
-TokenReader::TokenReader(TokenStream& source, Diagnostics& diagnostics)
-    : source_(source), diagnostics_(diagnostics) {
+TokenReader::TokenReader(TokenStream& source, Diagnostics& diagnostics) : source_(source), diagnostics_(diagnostics) {
     advance();
 }
 
@@ -22,25 +19,29 @@ void TokenReader::advance() {
         else if (kind != WHITESPACE && kind != NEWLINE && kind != COMMENT) break;
         token = source_.next_token();
     }
-    current_ = std::move(lookahead_);
-    lookahead_ = std::move(token);
+    consumed_ = std::move(peek_);
+    peek_ = std::move(token);
 }
 
 void TokenReader::error(std::string_view message) {
-    diagnostics_.report(Severity::error, current_.file_name(), current_.line(), message);
+    diagnostics_.report(Severity::error, consumed_.file_name(), consumed_.line(), message);
 }
 
 void TokenReader::warning(std::string_view message) {
-    diagnostics_.report(Severity::warning, current_.file_name(), current_.line(), message);
+    diagnostics_.report(Severity::warning, consumed_.file_name(), consumed_.line(), message);
 }
 
 void TokenReader::information(std::string_view message) {
-    diagnostics_.report(Severity::information, current_.file_name(), current_.line(), message);
+    diagnostics_.report(Severity::information, consumed_.file_name(), consumed_.line(), message);
 }
 
 void TokenReader::fatal(std::string_view message) {
     error(message);
     throw ParseError(std::string(message));
+}
+
+void TokenReader::fatal_at_consumed(std::string_view message, std::string_view expected) {
+    fatal(format_message(message, {consumed_.text(), to_string(consumed_), expected}));
 }
 
 TokenReader::DepthGuard::DepthGuard(TokenReader& reader) : reader_(reader) {
@@ -50,116 +51,49 @@ TokenReader::DepthGuard::DepthGuard(TokenReader& reader) : reader_(reader) {
 
 void TokenReader::expect(std::string_view text) {
     advance();
-    if (current_.text() != text)
-        fatal(concat({messages::expected, text, messages::but_got, current_.text()}));
+    if (consumed_.text() != text) fatal_at_consumed(messages::expected_text, text);
 }
 
-void TokenReader::expect_token(const Token& token) {
+std::string_view TokenReader::expect_kind(std::uint32_t kind, std::string_view message) {
     advance();
-    if (current_ != token)
-        fatal(concat({messages::expected, to_string(token), messages::but_got, to_string(current_)}));
+    if (!consumed_.is(kind)) fatal_at_consumed(message);
+    return consumed_.text();
 }
 
-ValuePtr TokenReader::expect_integer() {
+std::string_view TokenReader::expect_one_of(const WordSet& words) {
     advance();
-    if (!current_.is(INTEGER)) fatal(concat({messages::expected_integer_but_got, current_.text()}));
-    return make_value<SimpleValue>(ValueKind::INTEGER, std::string(current_.text()));
+    if (!words.contains(consumed_.text())) {
+        std::string list;
+        for (const std::string& word : words) {
+            if (!list.empty()) list += ", ";
+            list += word;
+        }
+        fatal_at_consumed(messages::expected_keywords, list);
+    }
+    return consumed_.text();
 }
 
-ValuePtr TokenReader::expect_float() {
+std::uint64_t TokenReader::read_integer() {
     advance();
-    if (!current_.is(FLOAT)) fatal(concat({messages::expected_float_but_got, current_.text()}));
-    return make_value<SimpleValue>(ValueKind::FLOAT, std::string(current_.text()));
-}
-
-ValuePtr TokenReader::expect_keyword() {
-    advance();
-    if (!current_.is(EDDL_KEYWORD)) fatal(concat({messages::expected_keyword_but_got, current_.text()}));
-    return make_value<SimpleValue>(ValueKind::KEYWORD, std::string(current_.text()));
-}
-
-std::string TokenReader::expect_string_literal() {
-    advance();
-    if (!current_.is(STRING)) fatal(format_message(messages::expected_string_literal, {to_string(current_)}));
-    return std::string(current_.text());
-}
-
-std::string TokenReader::parse_string_literal() {
-    advance();
-    if (!current_.is(STRING))
-        fatal(std::string(messages::expected_string_literal_and_got) + to_string(current_) + '.');
-    return std::string(current_.text());
-}
-
-// Reads an integer but words its failure like the string reader; the wording is kept.
-std::uint64_t TokenReader::parse_integer_or_fail() {
-    advance();
-    if (!current_.is(INTEGER))
-        fatal(std::string(messages::expected_string_literal_and_got) + to_string(current_) + '.');
-    return to_integer(current_.text());
-}
-
-std::uint64_t TokenReader::parse_integer() {
-    advance();
-    if (!current_.is(INTEGER)) {
+    if (!consumed_.is(INTEGER)) {
         error(messages::expected_integer);
         return 0;
     }
-    return to_integer(current_.text());
+    return to_integer(consumed_.text());
 }
 
-std::string TokenReader::parse_keyword_text() {
+std::string_view TokenReader::read_identifier(bool warn) {
     advance();
-    if (!current_.is(EDDL_KEYWORD)) {
-        error(concat({messages::expected_capital_keyword_but_got, current_.text(), "."}));
-        return std::string();
+    std::string_view warning_message;
+    switch (consumed_.kind()) {
+    case IDENTIFIER: return consumed_.text();
+    case EDDL_KEYWORD: warning_message = messages::reserved_eddl_keyword; break;
+    case METHOD_KEYWORD: warning_message = messages::reserved_method_keyword; break;
+    case RESERVED_WORD: warning_message = messages::reserved_keyword; break;
+    default: error(format_message(messages::expected_identifier_but_got, {consumed_.text()})); return {};
     }
-    return std::string(current_.text());
-}
-
-ValuePtr TokenReader::parse_keyword(std::string_view word) {
-    advance();
-    if (current_.text() != word) {
-        error(concat({messages::expected_keyword_word, word, messages::but_got, current_.text(), "."}));
-        return ValuePtr();
-    }
-    return make_value<SimpleValue>(ValueKind::KEYWORD, std::string(current_.text()));
-}
-
-ValuePtr TokenReader::parse_one_of(const std::set<std::string, std::less<>>& words) {
-    advance();
-    if (!words.contains(current_.text())) {
-        std::string message(messages::expected_keywords);
-        bool first = true;
-        for (const std::string& word : words) {
-            if (!first) message += ", ";
-            first = false;
-            message += word;
-        }
-        message += messages::but_got_colon;
-        message += current_.text();
-        message += '.';
-        fatal(message);
-    }
-    return make_value<SimpleValue>(ValueKind::KEYWORD, std::string(current_.text()));
-}
-
-// A reserved word is accepted as a name, with a warning when the caller asks for one.
-std::string TokenReader::parse_identifier(bool warn) {
-    advance();
-    switch (current_.kind()) {
-    case IDENTIFIER: return std::string(current_.text());
-    case EDDL_KEYWORD:
-        if (warn) warning(concat({current_.text(), messages::reserved_eddl_keyword}));
-        return std::string(current_.text());
-    case METHOD_KEYWORD:
-        if (warn) warning(concat({current_.text(), messages::reserved_method_keyword}));
-        return std::string(current_.text());
-    case RESERVED_WORD:
-        if (warn) warning(concat({current_.text(), messages::reserved_keyword}));
-        return std::string(current_.text());
-    default: error(concat({messages::expected_identifier_but_got, current_.text()})); return std::string();
-    }
+    if (warn) warning(format_message(warning_message, {consumed_.text()}));
+    return consumed_.text();
 }
 
 }  // namespace edd

@@ -1,6 +1,11 @@
-// The reading base of the EDDL parser and the dictionary reader: the current and look-ahead
-// tokens, the reporters with their counters, and the token-expectation operations with
-// their exact messages. Fatal operations report, count and then throw ParseError.
+// The reading base of the EDDL parser and the dictionary reader: the token under
+// examination and the one consumed last, the reporters, and the few ways of consuming a
+// token. Reports name the position of the token consumed last; the texts handed out stay
+// valid until the next token is consumed.
+//
+//   accept     consumes the token only when it matches
+//   expect...  consumes one token; a mismatch is fatal (reported, then ParseError thrown)
+//   read...    consumes one token; a mismatch is reported and reading goes on
 #pragma once
 
 #include <cstdint>
@@ -10,7 +15,6 @@
 
 #include "diagnostics/diagnostics.hpp"
 #include "frontend/token_stream.hpp"
-#include "model/value.hpp"
 
 namespace edd {
 
@@ -26,41 +30,50 @@ public:
     int get_warning_count() const { return diagnostics_.warnings(); }
 
 protected:
-    const Token& current() const { return current_; }
-    const Token& lookahead() const { return lookahead_; }
-    // Moves the current token's text out, for a caller that keeps the token; the position
-    // stays for messages until the next advance.
-    Token take_current() { return std::move(current_); }
+    using WordSet = std::set<std::string, std::less<>>;
+
+    // The next token, not yet consumed.
+    const Token& peek() const { return peek_; }
+    // The token consumed last.
+    const Token& consumed() const { return consumed_; }
+    // Moves the consumed token's text out, for a caller that keeps the token.
+    Token take_consumed() { return std::move(consumed_); }
     Diagnostics& diagnostics() const { return diagnostics_; }
 
-    // Moves on by one significant token; blanks, line ends, comments and ERROR tokens are
+    // Consumes one significant token; blanks, line ends, comments and ERROR tokens are
     // skipped, and each ERROR token counts as an error (its line was printed already).
     void advance();
+
+    // A string literal never counts as the word or punctuator it happens to spell.
+    bool at(std::string_view text) const { return peek_.text() == text && !peek_.is(STRING); }
+    bool at_kind(std::uint32_t kind) const { return peek_.is(kind); }
+    bool at_end() const { return peek_.is(END_OF_FILE) && peek_.text().empty(); }
+    bool accept(std::string_view text) {
+        if (!at(text)) return false;
+        advance();
+        return true;
+    }
 
     void error(std::string_view message);
     void warning(std::string_view message);
     void information(std::string_view message);
+    // Reports the message as an error and throws ParseError.
     [[noreturn]] void fatal(std::string_view message);
+    // The message with %0 the consumed token's text, %1 that token printed, %2 `expected`.
+    [[noreturn]] void fatal_at_consumed(std::string_view message, std::string_view expected = {});
 
-    bool at_end() const { return lookahead_.is(END_OF_FILE) && lookahead_.text().empty(); }
-    // A string literal never counts as the word or punctuator it happens to spell.
-    bool at(std::string_view text) const { return lookahead_.text() == text && !lookahead_.is(STRING); }
-    bool at_kind(std::uint32_t kind) const { return lookahead_.is(kind); }
-
-    // Each consumes exactly one token, whether it matches or not.
+    // A token whose text is `text`, any kind: "Expected text but got ...".
     void expect(std::string_view text);
-    void expect_token(const Token& token);
-    ValuePtr expect_integer();
-    ValuePtr expect_float();
-    ValuePtr expect_keyword();
-    std::string expect_string_literal();
-    std::string parse_string_literal();
-    std::uint64_t parse_integer_or_fail();
-    std::uint64_t parse_integer();
-    std::string parse_keyword_text();
-    ValuePtr parse_keyword(std::string_view word);
-    ValuePtr parse_one_of(const std::set<std::string, std::less<>>& words);
-    std::string parse_identifier(bool warn);
+    // A token of `kind`; the message as for fatal_at_consumed. Returns its text.
+    std::string_view expect_kind(std::uint32_t kind, std::string_view message);
+    // A token whose text is one of `words`; the message lists them in byte order.
+    std::string_view expect_one_of(const WordSet& words);
+
+    // An integer's value, or "Expected integer" and 0.
+    std::uint64_t read_integer();
+    // A name: an identifier, or a reserved word (with a warning when `warn`); anything else
+    // is reported and gives the empty text.
+    std::string_view read_identifier(bool warn);
 
     // Bounds recursion so that hostile nesting fails with a message, not a stack overflow.
     class DepthGuard {
@@ -76,8 +89,8 @@ protected:
     static constexpr int max_depth = 1000;
 
 private:
-    Token current_;
-    Token lookahead_;
+    Token consumed_;
+    Token peek_;
     TokenStream& source_;
     Diagnostics& diagnostics_;
     int depth_ = 0;

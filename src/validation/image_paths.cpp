@@ -17,7 +17,7 @@ using Paths = std::vector<std::pair<std::string, std::string>>;
 void collect(const Value& value, const std::string& directory, Paths& paths) {
     switch (value.kind()) {
     case ValueKind::STRING:
-        paths.emplace_back(directory, static_cast<const SimpleValue&>(value).text());
+        paths.emplace_back(directory, std::string(static_cast<const SimpleValue&>(value).text()));
         return;
     case ValueKind::IF_CONDITIONAL: {
         const auto& choice = static_cast<const IfConditional&>(value);

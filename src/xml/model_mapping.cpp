@@ -60,8 +60,8 @@ void XML_Writer::write_object(XmlOutput& out, const Item& item) const {
     } else {
         if (item.has_attribute(AttributeId::of_type))
             write_attribute(out, item, AttributeId::of_type, *item.attribute(AttributeId::of_type));
-        for (AttributeId id : item.defined_attributes())
-            if (id != AttributeId::of_type) write_attribute(out, item, id, *item.attribute(id));
+        for (const Item::Slot& slot : item.attributes())
+            if (slot.id != AttributeId::of_type) write_attribute(out, item, slot.id, *slot.value);
     }
     out.close();
 }
@@ -82,13 +82,13 @@ void XML_Writer::write_attribute_element(XmlOutput& out, AttributeId id, const V
 }
 
 void XML_Writer::write_member(XmlOutput& out, const Attribute& member) const {
-    if (member.name() == "number") return;
-    if (member.name().empty()) {
-        write_value(out, *member.value());
+    if (member.name == "number") return;
+    if (member.name.empty()) {
+        write_value(out, *member.value);
         return;
     }
-    out.open_block(member.name());
-    write_value(out, *member.value());
+    out.open_block(member.name);
+    write_value(out, *member.value);
     out.close();
 }
 
@@ -163,7 +163,7 @@ void XML_Writer::write_type(XmlOutput& out, const TypeValue& type) const {
     out.open_line(type.name());
     if (type.size() != 0) out.attribute("size", std::to_string(type.size()));
     out.close();
-    for (const auto& [name, member] : type.attribute_map()) write_member(out, member);
+    for (const Attribute& member : type.attributes()) write_member(out, member);
     for (const ValuePtr& entry : type.values()) write_value(out, *entry);
 }
 

@@ -79,11 +79,15 @@ void XML_Writer::build(bool force) {
             diagnostics_.related_file_missing(path);
     }
 
+    // Sorted by the names beside the items, so that comparing touches only the names;
+    // string views compare bytes as unsigned, which is byte order.
+    std::vector<std::pair<std::string_view, const Item*>> by_name;
+    by_name.reserve(description_.items.size());
+    for (const Item& item : description_.items.items()) by_name.emplace_back(item.name(), &item);
+    std::ranges::sort(by_name, {}, &std::pair<std::string_view, const Item*>::first);
     items_by_name_.clear();
-    items_by_name_.reserve(description_.items.size());
-    for (const Item& item : description_.items.items()) items_by_name_.push_back(&item);
-    // std::string compares bytes as unsigned, so this is byte order.
-    std::ranges::sort(items_by_name_, {}, [](const Item* item) -> const std::string& { return item->name(); });
+    items_by_name_.reserve(by_name.size());
+    for (const auto& [name, item] : by_name) items_by_name_.push_back(item);
     built_ = true;
 }
 

@@ -21,7 +21,8 @@ std::string keys_of(std::string code) {
     for (Token t = lexer.next_token(); !t.is(END_OF_FILE); t = lexer.next_token())
         if (!t.is(WHITESPACE) && !t.is(NEWLINE) && !t.is(COMMENT)) tokens.push_back(t);
     KeySet keys{"earlier"};
-    CodeValue(std::move(tokens)).collect_dictionary_keys(keys);
+    Arena arena;
+    arena.make<CodeValue>(std::span<const Token>(tokens))->collect_dictionary_keys(keys);
     std::string out;
     for (const std::string& key : keys) out += key + ' ';
     return out;

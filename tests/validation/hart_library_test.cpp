@@ -14,8 +14,10 @@
 namespace edd {
 namespace {
 
+Arena arena;
+
 Identification device(const char* manufacturer, const char* type, const char* revision, const char* dd) {
-    auto number = [](const char* text) { return make_value<SimpleValue>(ValueKind::INTEGER, text); };
+    auto number = [](const char* text) { return ValuePtr(arena.make<SimpleValue>(ValueKind::INTEGER, text)); };
     return {number(manufacturer), number(type), number(revision), number(dd), {}, {}, {}};
 }
 
@@ -39,7 +41,7 @@ TEST(HartLibrary, Search) {
     std::filesystem::current_path(original);
 
     Identification by_name = id;
-    by_name.manufacturer = make_value<SimpleValue>(ValueKind::IDENTIFIER, "acme");
+    by_name.manufacturer = arena.make<SimpleValue>(ValueKind::IDENTIFIER, "acme");
     EXPECT_THROW(
         try { hart.import_file(by_name, {at("lib")}); } catch (const std::runtime_error& e) {
             EXPECT_STREQ(e.what(), "No Identifiers supported.");
