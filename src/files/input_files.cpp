@@ -55,13 +55,14 @@ std::optional<std::string> InputFiles::read(const std::string& path) {
     if (file.get() < 0) return std::nullopt;
     struct stat status;
     if (::fstat(file.get(), &status) != 0 || S_ISDIR(status.st_mode)) return std::nullopt;
-    // Sized from the file when it tells its size, so that the text is read in place and
-    // takes no more room than it needs; read to the end all the same, in case it grew.
+    // Sized from the file when it tells its size (one byte more, to see the end without
+    // growing), so that the text takes no more room than it needs; read to the end all the
+    // same, in case it grew.
     std::string text;
-    if (S_ISREG(status.st_mode)) text.resize(static_cast<std::size_t>(status.st_size));
+    text.resize(S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) + 1 : 65536);
     std::size_t length = 0;
     for (;;) {
-        if (length == text.size()) text.resize(std::max<std::size_t>(2 * text.size(), 65536));
+        if (length == text.size()) text.resize(2 * text.size());
         const ssize_t n = ::read(file.get(), text.data() + length, text.size() - length);
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) return std::nullopt;

@@ -20,7 +20,8 @@ struct Attribute {
 // Attributes in insertion order, at most one per name when filled through set().
 class AttributeList {
 public:
-    explicit AttributeList(std::pmr::memory_resource* resource) : entries_(resource) {}
+    // Room for a few entries from the start: most lists hold two to four.
+    explicit AttributeList(std::pmr::memory_resource* resource) : entries_(resource) { entries_.reserve(4); }
 
     // Replaces the first entry of the same name in place, else appends; the name is copied.
     void set(std::string_view name, ValuePtr value);

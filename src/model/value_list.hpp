@@ -17,6 +17,11 @@ class ValueList final : public Value {
 public:
     explicit ValueList(Arena& arena, std::string_view name = {})
         : Value(ValueKind::VALUE_LIST), name_(arena.copy(name)), items_(arena.resource()) {}
+    // A list of the given items, with room for exactly them.
+    ValueList(Arena& arena, std::string_view name, std::span<const ValuePtr> items) : ValueList(arena, name) {
+        items_.reserve(items.size());
+        for (const ValuePtr& item : items) add(item);
+    }
 
     ValuePtr clone(Arena& arena) const override;
     bool equals(const Value& other) const override;

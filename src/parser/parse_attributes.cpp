@@ -8,6 +8,7 @@
 #include "model/simple_value.hpp"
 #include "model/value_list.hpp"
 #include "parser/keyword_sets.hpp"
+#include "parser/list_builder.hpp"
 #include "parser/parser.hpp"
 
 namespace edd {
@@ -164,10 +165,10 @@ ValuePtr Parser::parse_enumerator() {
 ValuePtr Parser::parse_keyword_set_combination(const WordSet& words) {
     ValuePtr first = make_simple(ValueKind::KEYWORD, expect_one_of(words));
     if (!at("&")) return first;
-    auto* list = make<ValueList>();
-    list->add(first);
-    while (accept("&")) list->add(make_simple(ValueKind::KEYWORD, expect_one_of(words)));
-    return list;
+    ListBuilder list(*this);
+    list.add(first);
+    while (accept("&")) list.add(make_simple(ValueKind::KEYWORD, expect_one_of(words)));
+    return list.finish();
 }
 
 // ---- Menus ------------------------------------------------------------------------------
@@ -201,16 +202,16 @@ ValuePtr Parser::parse_menu_item() {
     }
     item->set("item_reference", parse_reference());
     if (accept("(")) {
-        auto* qualifiers = make<ValueList>();
+        ListBuilder qualifiers(*this);
         do {
             advance();
             if (ks::menu_item_qualifiers.contains(consumed().text()) && !consumed().is(STRING))
-                qualifiers->add(make_simple(ValueKind::KEYWORD, consumed().text()));
+                qualifiers.add(make_simple(ValueKind::KEYWORD, consumed().text()));
             else
                 error(messages::expected_menu_item_qualifier);
         } while (accept(",") || accept("&"));
         expect(")");
-        item->set("qualifiers", qualifiers);
+        item->set("qualifiers", qualifiers.finish());
     }
     return item;
 }
@@ -352,11 +353,11 @@ ValuePtr Parser::parse_data_item() {
         expect(">");
     }
     if (accept("(")) {
-        auto* qualifiers = make<ValueList>();
-        do qualifiers->add(parse_keyword_combination());
+        ListBuilder qualifiers(*this);
+        do qualifiers.add(parse_keyword_combination());
         while (accept(","));
         expect(")");
-        item->set("qualifiers", qualifiers);
+        item->set("qualifiers", qualifiers.finish());
     }
     return item;
 }
@@ -462,11 +463,11 @@ ValuePtr Parser::parse_vector_list() { return parse_list_vectors(); }
 // vector : '{' string_value { ',' expression } '}'
 ValuePtr Parser::parse_vector() {
     expect("{");
-    auto* vector = make<ValueList>("vector");
-    vector->add(parse_string_value());
-    while (accept(",")) vector->add(parse_conditional_expression());
+    ListBuilder vector(*this);
+    vector.add(parse_string_value());
+    while (accept(",")) vector.add(parse_conditional_expression());
     expect("}");
-    return vector;
+    return vector.finish("vector");
 }
 
 }  // namespace edd

@@ -3,6 +3,7 @@
 #include "model/conditionals.hpp"
 #include "model/simple_value.hpp"
 #include "model/value_list.hpp"
+#include "parser/list_builder.hpp"
 #include "parser/parser.hpp"
 
 namespace edd {
@@ -77,23 +78,23 @@ ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
 ValuePtr Parser::parse_list(Grammar entry, std::string_view trailing) {
     ValuePtr first = (this->*entry)();
     if (!at(",")) return first;
-    auto* list = make<ValueList>();
-    list->add(first);
+    ListBuilder list(*this);
+    list.add(first);
     while (accept(",")) {
         if (at("IF") || at("SELECT") || at("CASE") || at("}")) {
             warning(trailing.empty() ? format_message(messages::stray, {consumed().text()}) : std::string(trailing));
             break;
         }
-        list->add((this->*entry)());
+        list.add((this->*entry)());
     }
-    return list;
+    return list.finish();
 }
 
 // X_sequence : { conditional_X }
 ValuePtr Parser::parse_sequence(Grammar conditional_entry, StartTest starts_entry) {
-    auto* list = make<ValueList>();
-    while ((this->*starts_entry)()) list->add((this->*conditional_entry)());
-    return list;
+    ListBuilder list(*this);
+    while ((this->*starts_entry)()) list.add((this->*conditional_entry)());
+    return list.finish();
 }
 
 // A ';' ends a branch too: the template reports it as a trailing semicolon.
@@ -126,12 +127,12 @@ ValuePtr Parser::parse_conditional_data_item() {
 // data_items : [ conditional_data_item { [','] conditional_data_item } ] — commas are
 // optional between a conditional and its neighbours
 ValuePtr Parser::parse_data_item_sequence() {
-    auto* list = make<ValueList>();
+    ListBuilder list(*this);
     while (starts_any_entry()) {
-        list->add(parse_conditional_data_item());
+        list.add(parse_conditional_data_item());
         accept(",");
     }
-    return list;
+    return list.finish();
 }
 
 ValuePtr Parser::parse_conditional_action() {

@@ -8,6 +8,7 @@
 #include "model/reference_value.hpp"
 #include "model/simple_value.hpp"
 #include "model/value_list.hpp"
+#include "parser/list_builder.hpp"
 #include "parser/parser.hpp"
 
 namespace edd {
@@ -60,16 +61,16 @@ ValuePtr Parser::parse_operator() {
 ValuePtr Parser::parse_expression_list() {
     ValuePtr first = parse_assignment_expression();
     if (!at(",")) return first;
-    auto* list = make<ValueList>();
-    list->add(first);
+    ListBuilder list(*this);
+    list.add(first);
     while (accept(",")) {
         if (at("}")) {
             warning(messages::trailing_comma);
             break;
         }
-        list->add(parse_assignment_expression());
+        list.add(parse_assignment_expression());
     }
-    return list;
+    return list.finish();
 }
 
 // assignment : conditional [ assignment_operator assignment ]
@@ -224,11 +225,11 @@ ValuePtr Parser::parse_reference_or_call() {
 ValuePtr Parser::parse_keyword_combination() {
     ValuePtr first = make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got));
     if (!at("&")) return first;
-    auto* list = make<ValueList>();
-    list->add(first);
+    ListBuilder list(*this);
+    list.add(first);
     while (accept("&"))
-        list->add(make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got)));
-    return list;
+        list.add(make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got)));
+    return list.finish();
 }
 
 }  // namespace edd

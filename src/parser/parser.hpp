@@ -32,6 +32,7 @@ private:
     using Grammar = ValuePtr (Parser::*)();
     using StartTest = bool (Parser::*)() const;
     class ImportSet;
+    class ListBuilder;
 
     // Values are made in the description's arena.
     template <class V, class... Args>
@@ -166,6 +167,7 @@ private:
     std::shared_ptr<std::vector<std::string>> import_chain_;
     std::shared_ptr<std::size_t> imports_converted_ = std::make_shared<std::size_t>(0);
     std::vector<Token> code_tokens_;  // a method body being read
+    std::vector<ValuePtr> list_entries_;  // the entries of the lists being read, innermost last
 };
 
 }  // namespace edd

@@ -14,24 +14,7 @@ namespace edd {
 
 namespace {
 
-constexpr std::size_t capacity = std::size_t{1} << 16;
 constexpr std::size_t indentation = 4;  // blanks per level
-
-// Document text of a model string, copied only when the text rule changes it.
-class DocumentText {
-public:
-    explicit DocumentText(std::string_view text) : view_(text) {
-        if (!is_plain_document_text(text)) {
-            converted_ = to_document_text(text);
-            view_ = converted_;
-        }
-    }
-    std::string_view view() const { return view_; }
-
-private:
-    std::string converted_;
-    std::string_view view_;
-};
 
 // ---- Names ---------------------------------------------------------------------------
 
@@ -60,6 +43,24 @@ std::uint32_t next_code_point(std::string_view text, std::size_t& at) {
     return c;
 }
 
+// Names of ASCII letters, digits and "_:.-" are the common case; a table answers for them.
+constexpr unsigned char name_start = 1, name_part = 2;
+constexpr auto name_classes = [] {
+    std::array<unsigned char, 256> t{};
+    for (int c = 'a'; c <= 'z'; ++c) t[c] = t[c - 'a' + 'A'] = name_start | name_part;
+    for (int c = '0'; c <= '9'; ++c) t[c] = name_part;
+    t['_'] = t[':'] = name_start | name_part;
+    t['-'] = t['.'] = name_part;
+    return t;
+}();
+
+bool is_ascii_xml_name(std::string_view text) {
+    if (text.empty() || !(name_classes[static_cast<unsigned char>(text[0])] & name_start)) return false;
+    for (const char c : text)
+        if (!(name_classes[static_cast<unsigned char>(c)] & name_part)) return false;
+    return true;
+}
+
 bool is_xml_name(std::string_view text) {
     std::size_t at = 0;
     if (text.empty() || !is_name_start(next_code_point(text, at))) return false;
@@ -70,12 +71,14 @@ bool is_xml_name(std::string_view text) {
 
 // ---- Escaping --------------------------------------------------------------------------
 // '&', '<' and '>' in text; '&', '<' and '"' in attribute values, and there tab, line feed
-// and carriage return as "&#NN;" too, so that a reader gives them back as they were.
+// and carriage return as "&#NN;" too, so that a reader gives them back as they were. A byte
+// the text rule may change (above 0x7F, a control) sends the whole text through it first.
 
-constexpr unsigned char in_text = 1, in_attribute = 2;
+constexpr unsigned char in_text = 1, in_attribute = 2, not_plain = 4;
 constexpr auto escapes = [] {
     std::array<unsigned char, 256> t{};
-    for (int c = 1; c < 0x20; ++c) t[c] = in_text | in_attribute;
+    for (int c = 0; c < 0x20; ++c) t[c] = not_plain;
+    for (int c = 0x80; c < 0x100; ++c) t[c] = not_plain;
     t['\t'] = t['\n'] = t['\r'] = in_attribute;
     t['&'] = t['<'] = in_text | in_attribute;
     t['>'] = in_text;
@@ -87,21 +90,14 @@ constexpr auto escapes = [] {
 
 XmlOutput::XmlOutput(Deliver deliver) : deliver_(std::move(deliver)), buffer_(new char[capacity]) {}
 
-void XmlOutput::put(char c) {
-    if (used_ == capacity) flush();
-    buffer_[used_++] = c;
-}
-
-void XmlOutput::put(std::string_view bytes) {
-    if (bytes.size() > capacity - used_) {
-        flush();
-        if (bytes.size() > capacity) {
-            deliver_(bytes);
-            return;
-        }
+void XmlOutput::put_slow(std::string_view bytes) {
+    flush();
+    if (bytes.size() > capacity) {
+        deliver_(bytes);
+        return;
     }
-    std::memcpy(buffer_.get() + used_, bytes.data(), bytes.size());
-    used_ += bytes.size();
+    std::memcpy(buffer_.get(), bytes.data(), bytes.size());
+    used_ = bytes.size();
 }
 
 void XmlOutput::flush() {
@@ -110,14 +106,24 @@ void XmlOutput::flush() {
 }
 
 // Plain runs are copied in one piece; only the few characters that need it are replaced.
-void XmlOutput::put_escaped(std::string_view raw, unsigned char context) {
-    const DocumentText text(raw);
-    const std::string_view bytes = text.view();
+// The text rule is the exception: the ASCII before the first byte it may change reads the
+// same either way, so only the rest goes through it.
+void XmlOutput::put_escaped(std::string_view bytes, unsigned char context) {
+    unsigned char stop = context | not_plain;
+    std::string converted;
     std::size_t run = 0;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         const auto c = static_cast<unsigned char>(bytes[i]);
-        if ((escapes[c] & context) == 0) continue;
+        if ((escapes[c] & stop) == 0) continue;
         put(bytes.substr(run, i - run));
+        if (escapes[c] & stop & not_plain) {
+            converted = to_document_text(bytes.substr(i));
+            bytes = converted;
+            stop = context;
+            run = 0;
+            i = static_cast<std::size_t>(-1);
+            continue;
+        }
         run = i + 1;
         switch (c) {
         case '&': put("&amp;"); break;
@@ -153,14 +159,20 @@ void XmlOutput::end_start_tag() {
 }
 
 XmlOutput& XmlOutput::open(std::string_view name, Layout layout) {
-    const DocumentText text(name);
-    // A name XML cannot read would make the whole document unreadable.
-    if (!is_xml_name(text.view())) throw std::logic_error(format_message(messages::invalid_element_name, {text.view()}));
+    bool converted = false;
+    if (!is_ascii_xml_name(name)) {
+        // A name XML cannot read would make the whole document unreadable.
+        std::string text = to_document_text(name);
+        if (!is_xml_name(text)) throw std::logic_error(format_message(messages::invalid_element_name, {text}));
+        converted_names_.push_back(std::move(text));
+        name = converted_names_.back();
+        converted = true;
+    }
     end_start_tag();
     if (layout != Layout::inline_ && !open_.empty()) line_break(open_.size());
     put('<');
-    put(text.view());
-    open_.push_back({std::string(text.view()), layout});
+    put(name);
+    open_.push_back({name, layout, converted});
     start_tag_open_ = true;
     return *this;
 }
@@ -187,19 +199,20 @@ XmlOutput& XmlOutput::text(std::string_view content) {
 
 void XmlOutput::close() {
     assert(!open_.empty());
-    const Open element = std::move(open_.back());
+    const Open element = open_.back();
     open_.pop_back();
     if (start_tag_open_ && element.layout != Layout::block) {
         put("/>");
         start_tag_open_ = false;
-        return;
+    } else {
+        end_start_tag();
+        if (element.layout == Layout::block) line_break(open_.size());
+        put("</");
+        put(element.name);
+        put('>');
+        if (open_.empty()) put('\n');  // the document ends with a line end
     }
-    end_start_tag();
-    if (element.layout == Layout::block) line_break(open_.size());
-    put("</");
-    put(element.name);
-    put('>');
-    if (open_.empty()) put('\n');  // the document ends with a line end
+    if (element.converted) converted_names_.pop_back();
 }
 
 }  // namespace edd

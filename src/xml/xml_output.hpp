@@ -5,6 +5,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -43,20 +45,31 @@ public:
 private:
     enum class Layout : unsigned char { block, line, inline_ };
     struct Open {
-        std::string name;
+        std::string_view name;  // the caller's text, or the last of converted_names_
         Layout layout;
+        bool converted;
     };
     XmlOutput& open(std::string_view name, Layout layout);
     void end_start_tag();
     void line_break(std::size_t depth);
-    void put(std::string_view bytes);
-    void put(char c);
+    void put(std::string_view bytes) {
+        if (bytes.size() > capacity - used_) return put_slow(bytes);
+        std::memcpy(buffer_.get() + used_, bytes.data(), bytes.size());
+        used_ += bytes.size();
+    }
+    void put(char c) {
+        if (used_ == capacity) flush();
+        buffer_[used_++] = c;
+    }
+    void put_slow(std::string_view bytes);
     void put_escaped(std::string_view text, unsigned char context);
 
+    static constexpr std::size_t capacity = std::size_t{1} << 16;
     Deliver deliver_;
     std::unique_ptr<char[]> buffer_;
     std::size_t used_ = 0;
     std::vector<Open> open_;
+    std::deque<std::string> converted_names_;  // names the text rule changed, innermost last; they stay put
     bool start_tag_open_ = false;
 };
 
