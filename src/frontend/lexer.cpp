@@ -11,8 +11,16 @@
 namespace edd {
 
 Lexer::Lexer(FromText, std::string text, std::string_view file_name, Diagnostics& diagnostics)
-    : file_(intern_file_name(file_name)), diagnostics_(diagnostics) {
-    start(std::move(text));
+    : Lexer(FromText{}, std::make_shared<const std::string>(std::move(text)), file_name, diagnostics,
+            std::make_shared<TextStore>()) {}
+
+Lexer::Lexer(FromText, std::shared_ptr<const std::string> text, std::string_view file_name, Diagnostics& diagnostics,
+             std::shared_ptr<TextStore> made_texts)
+    : source_(std::move(text)),
+      made_texts_(std::move(made_texts)),
+      file_(intern_file_name(file_name)),
+      diagnostics_(diagnostics) {
+    start();
 }
 
 Lexer Lexer::from_text(std::string text, std::string_view file_name, Diagnostics& diagnostics) {
@@ -21,12 +29,11 @@ Lexer Lexer::from_text(std::string text, std::string_view file_name, Diagnostics
 
 // The first read drops a leading byte-order mark; each of its three bytes is tested on its
 // own, so any of them, in order, is dropped at the start.
-void Lexer::start(std::string text) {
+void Lexer::start() {
     // A byte 0xFF reads as the end-of-input value, so the text ends before the first one.
-    if (auto end = text.find('\xFF'); end != std::string::npos) text.resize(end);
-    source_ = SharedText(std::move(text));
-    cursor_ = source_.text().data();
-    end_ = cursor_ + source_.text().size();
+    const std::string& text = *source_;
+    cursor_ = text.data();
+    end_ = cursor_ + std::min(text.find('\xFF'), text.size());
     for (const int mark_byte : {0xEF, 0xBB, 0xBF})
         if (peek() == mark_byte) ++cursor_;
 }
@@ -104,8 +111,7 @@ Token Lexer::lex_block_comment(const char* start) {
             break;
         }
     }
-    return Token(COMMENT, source_, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_,
-                 start_line);
+    return Token(COMMENT, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, start_line);
 }
 
 Token Lexer::lex_line_comment(const char* start) {
@@ -123,11 +129,11 @@ Token Lexer::lex_string(const char* start) {
         const char c = *cursor_++;
         if (c == '"') {
             const auto length = static_cast<std::size_t>(cursor_ - 1 - text);
-            return Token(STRING, source_, std::string_view(text, length), file_, line_);
+            return Token(STRING, std::string_view(text, length), file_, line_);
         }
         if (c == '\\' && cursor_ != end_) ++cursor_;
     }
-    return Token(STRING, source_, std::string_view(text, static_cast<std::size_t>(cursor_ - text)), file_, line_);
+    return Token(STRING, std::string_view(text, static_cast<std::size_t>(cursor_ - text)), file_, line_);
 }
 
 void Lexer::take_integer_suffix() {
@@ -166,7 +172,7 @@ Token Lexer::lex_float(const char* start, bool has_integer_part) {
     const char* fraction = cursor_;
     if (dot)
         while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
-    if (!has_integer_part && cursor_ == fraction) return Token(ERROR, std::string(messages::malformed_float), file_, line_);
+    if (!has_integer_part && cursor_ == fraction) return Token(ERROR, messages::malformed_float, file_, line_);
     const char* rest = cursor_;
     if (*cursor_ == 'e' || *cursor_ == 'E') {
         ++cursor_;
@@ -179,7 +185,7 @@ Token Lexer::lex_float(const char* start, bool has_integer_part) {
     std::string text(start, rest);
     text += '.';
     text.append(rest, cursor_);
-    return Token(FLOAT, std::move(text), file_, line_);
+    return Token(FLOAT, made_texts_->keep(std::move(text)), file_, line_);
 }
 
 Token Lexer::lex_word(const char* start) {

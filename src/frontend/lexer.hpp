@@ -4,19 +4,25 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "diagnostics/diagnostics.hpp"
+#include "frontend/text_store.hpp"
 #include "frontend/token_stream.hpp"
 
 namespace edd {
 
-class Lexer : public TokenStream {
+class Lexer final : public TokenStream {
 public:
     // A source read whole beforehand; `file_name` is stamped on its tokens and messages.
     struct FromText {};
     Lexer(FromText, std::string text, std::string_view file_name, Diagnostics& diagnostics);
+    // A source shared with others (a file included many times is read once), its made
+    // texts kept in `made_texts` (the including preprocessor's).
+    Lexer(FromText, std::shared_ptr<const std::string> text, std::string_view file_name, Diagnostics& diagnostics,
+          std::shared_ptr<TextStore> made_texts);
     static Lexer from_text(std::string text, std::string_view file_name, Diagnostics& diagnostics);
 
     Token next_token() override;
@@ -27,14 +33,14 @@ public:
     const std::string& file_name() const { return file_name_of(file_); }
 
 private:
-    void start(std::string text);
+    void start();
     // The byte `ahead` places after the cursor, or -1 past the end.
     int peek(std::size_t ahead = 0) const {
         return static_cast<std::size_t>(end_ - cursor_) > ahead ? static_cast<unsigned char>(cursor_[ahead]) : -1;
     }
     // The token whose text runs from `start` to the cursor: a view into the source.
     Token make(std::uint32_t kind, const char* start) const {
-        return Token(kind, source_, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, line_);
+        return Token(kind, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, line_);
     }
 
     Token lex_operator(const char* start);
@@ -47,10 +53,11 @@ private:
     void take_integer_suffix();
     void skip_after_backslash();
 
-    // The text ends in the string's own terminating NUL, so scanning loops that stop at a
-    // byte outside their class need no bounds test; a NUL inside the text is told apart
-    // from the end by its position. Tokens share it, and keep it alive after the lexer.
-    SharedText source_;
+    // The byte at end_ is the string's terminating NUL or a 0xFF, both outside every
+    // character class, so scanning loops that stop at a byte outside their class need no
+    // bounds test; a NUL inside the text is told apart from the end by its position.
+    std::shared_ptr<const std::string> source_;
+    std::shared_ptr<TextStore> made_texts_;
     const char* cursor_ = nullptr;  // the next byte to read
     const char* end_ = nullptr;
     FileIndex file_ = 0;

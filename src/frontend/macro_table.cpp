@@ -6,15 +6,12 @@
 
 namespace edd {
 
-const Macro* MacroTable::find(std::string_view name) const {
-    auto it = macros_.find(name);
-    return it == macros_.end() ? nullptr : &it->second;
-}
-
 void MacroTable::add(Macro macro) {
     if (contains(macro.name)) throw std::logic_error(std::string(messages::table_macro_already_defined));
+    if (!macro.name.empty()) shapes_[static_cast<unsigned char>(macro.name[0])] |= std::uint64_t{1} << shape_bit(macro.name);
     std::string name = macro.name;
     macros_.emplace(std::move(name), std::move(macro));
+    ++version_;
 }
 
 void MacroTable::remove(std::string_view name) {

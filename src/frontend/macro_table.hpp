@@ -1,38 +1,59 @@
 // The table of defined macros.
 #pragma once
 
+#include <array>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
-#include "frontend/token.hpp"
+#include "frontend/token_sequence.hpp"
 
 namespace edd {
 
 struct Macro {
     std::string name;
     std::vector<std::string> parameters;  // empty for an object-like macro
-    std::vector<Token> body;              // as read, inner blanks included
+    // As read, inner blanks included; shared with the expansions being read and the bodies
+    // that took it over whole.
+    std::shared_ptr<const TokenSequence> body;
 
     bool function_like() const { return !parameters.empty(); }
 };
 
 class MacroTable {
 public:
-    const Macro* find(std::string_view name) const;
+    const Macro* find(std::string_view name) const {
+        if (!may_name(name)) return nullptr;
+        auto it = macros_.find(name);
+        return it == macros_.end() ? nullptr : &it->second;
+    }
     bool contains(std::string_view name) const { return find(name) != nullptr; }
     // Throws std::logic_error when the name is taken; the directives check first.
     void add(Macro macro);
     // Throws std::logic_error when there is no such macro.
     void remove(std::string_view name);
+    // Counts the definitions: whatever was found about the macro names in a text holds
+    // while the version stays (a removal only makes fewer names macros).
+    std::uint64_t version() const { return version_; }
 
 private:
+    // Most identifiers name no macro. A bit per first byte and length (lengths from 63 share
+    // a bit) rules out most of them before a hash is computed; removals leave their bits.
+    bool may_name(std::string_view name) const {
+        return !name.empty() && (shapes_[static_cast<unsigned char>(name[0])] >> shape_bit(name)) & 1;
+    }
+    static unsigned shape_bit(std::string_view name) { return name.size() < 63 ? static_cast<unsigned>(name.size()) : 63; }
+
     struct Hash {
         using is_transparent = void;
         std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
     };
     std::unordered_map<std::string, Macro, Hash, std::equal_to<>> macros_;
+    std::array<std::uint64_t, 256> shapes_{};
+    std::uint64_t version_ = 0;
 };
 
 }  // namespace edd

@@ -1,6 +1,5 @@
 #include "frontend/preprocessor.hpp"
 
-#include <algorithm>
 #include <exception>
 #include <typeinfo>
 
@@ -12,33 +11,7 @@ namespace edd {
 
 namespace {
 
-// Marks the end of a macro's expansion in the pending tokens; its text names the macro.
-// No lexer produces this kind.
-constexpr std::uint32_t EXPANSION_END = 0xFFFFFFFFu;
-
-bool is_blank(const Token& t) { return t.is(WHITESPACE) || t.is(NEWLINE) || t.is(COMMENT); }
-
 bool ends_line(const Token& t) { return t.is(NEWLINE) || t.is(END_OF_FILE); }
-
-// The lexers read here give a run of blanks as one WHITESPACE token, which saves a token
-// per blank. Wherever a number of tokens shows (the expansion budget, "#" of an argument),
-// a run counts one per character, as if each blank were a token of its own.
-std::size_t token_count(const Token& t) { return t.is(WHITESPACE) ? std::max<std::size_t>(t.text().size(), 1) : 1; }
-
-std::size_t token_count(const std::vector<Token>& tokens) {
-    std::size_t count = 0;
-    for (const Token& t : tokens) count += token_count(t);
-    return count;
-}
-
-void trim_blanks(std::vector<Token>& tokens) {
-    std::size_t end = tokens.size();
-    while (end > 0 && is_blank(tokens[end - 1])) --end;
-    tokens.resize(end);
-    std::size_t begin = 0;
-    while (begin < tokens.size() && is_blank(tokens[begin])) ++begin;
-    tokens.erase(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(begin));
-}
 
 // Restores the skipping flag however a branch ends.
 class SkippingScope {
@@ -73,13 +46,19 @@ private:
 
 Preprocessor::Preprocessor(Lexer& main, std::vector<std::string> include_paths, InputFiles& files,
                            Diagnostics& diagnostics)
-    : main_(main), files_(files), diagnostics_(diagnostics), include_paths_(std::move(include_paths)) {
+    : main_(main),
+      files_(files),
+      diagnostics_(diagnostics),
+      include_paths_(std::move(include_paths)),
+      reading_(&main) {
     main_.set_blank_runs(true);
 }
 
-Token Preprocessor::next_token() {
+Preprocessor::~Preprocessor() = default;
+
+Token Preprocessor::deliver_reported(bool significant) {
     try {
-        return deliver();
+        return deliver(significant);
     } catch (const PreprocessorError&) {
     } catch (const std::exception& e) {
         std::string message(messages::preprocessor_failure_with);
@@ -89,14 +68,17 @@ Token Preprocessor::next_token() {
     } catch (...) {
         error(messages::preprocessor_failure);
     }
-    return Token(ERROR, std::string(messages::preprocessor_error_token), current_file_, current_line_);
+    return Token(ERROR, messages::preprocessor_error_token, current_file_, current_line_);
 }
 
-Token Preprocessor::deliver() {
+// Blanks are neither directives nor macro names, so skipping them first changes nothing else.
+Token Preprocessor::deliver(bool significant) {
     for (;;) {
         Token token = take_raw();
+        if (significant && is_blank(token)) continue;
         if (token.is(PREPROCESSOR_SWITCH)) {
-            if (auto result = handle_directive()) return std::move(*result);
+            // An empty directive gives its line end.
+            if (auto result = handle_directive(); result && !(significant && is_blank(*result))) return *result;
             continue;
         }
         if (token.is(IDENTIFIER) && expand(token, true)) continue;
@@ -106,32 +88,71 @@ Token Preprocessor::deliver() {
 
 // ---- Raw reading -------------------------------------------------------------------------
 
-Token Preprocessor::fetch() {
-    Token token = (includes_.empty() ? main_ : *includes_.back()).next_token();
-    while (token.is(END_OF_FILE) && !includes_.empty()) {
-        includes_.pop_back();  // reading goes on in the file that included it
-        token = (includes_.empty() ? main_ : *includes_.back()).next_token();
+Preprocessor::Frame::Frame(std::shared_ptr<const TokenSequence> tokens, std::string_view macro)
+    : tokens(std::move(tokens)), macro(macro) {
+    if (!this->tokens->empty()) {
+        const auto first = this->tokens->spans().front().tokens();
+        next = first.data();
+        end = next + first.size();
     }
-    expansion_budget_ += expansion_tokens_per_source_token * token_count(token);
+}
+
+bool Preprocessor::Frame::enter_next_span() {
+    const auto& spans = tokens->spans();
+    while (span + 1 < spans.size()) {
+        const auto part = spans[++span].tokens();
+        next = part.data();
+        end = next + part.size();
+        if (next != end) return true;
+    }
+    return false;
+}
+
+const Token* Preprocessor::Frame::peek(bool skip_blanks) const {
+    const auto& spans = tokens->spans();
+    const Token* at = next;
+    const Token* stop = end;
+    for (std::size_t i = span;;) {
+        for (; at != stop; ++at)
+            if (!skip_blanks || !at->is(WHITESPACE)) return at;
+        if (++i >= spans.size()) return nullptr;
+        const auto part = spans[i].tokens();
+        at = part.data();
+        stop = at + part.size();
+    }
+}
+
+// Reading goes on in the file that included the one ended.
+Token Preprocessor::leave_include() {
+    Token token;
+    do {
+        includes_.pop_back();
+        reading_ = includes_.empty() ? &main_ : includes_.back().get();
+        token = reading_->next_token();
+    } while (token.is(END_OF_FILE) && !includes_.empty());
     return token;
 }
 
-Token Preprocessor::take_raw() {
-    for (;;) {
-        if (pending_.empty()) {
-            Token token = fetch();
+Token Preprocessor::take_pending() {
+    while (!frames_.empty()) {
+        Frame& frame = frames_.back();
+        if (frame.next != frame.end || frame.enter_next_span()) {
+            const Token token = *frame.next++;
             take_position(token);
             return token;
         }
-        Token token = std::move(pending_.front());
-        pending_.pop_front();
-        if (token.is(EXPANSION_END)) {
-            if (auto active = active_.find(token.text()); active != active_.end()) active_.erase(active);
-            continue;
-        }
-        take_position(token);
-        return token;
+        if (!frame.macro.empty()) active_.erase(frame.macro);
+        frames_.pop_back();
     }
+    Token token;
+    if (lookahead_.empty()) {
+        token = fetch();
+    } else {
+        token = lookahead_.front();
+        lookahead_.pop_front();
+    }
+    take_position(token);
+    return token;
 }
 
 Token Preprocessor::take_raw_word() {
@@ -140,12 +161,15 @@ Token Preprocessor::take_raw_word() {
     return token;
 }
 
+// Looks through the frames (passing the ends of expansions without acting on them) and
+// then the lexer's tokens, reading more of those as needed.
 const Token& Preprocessor::peek_raw(bool skip_blanks) {
+    for (auto frame = frames_.rbegin(); frame != frames_.rend(); ++frame)
+        if (const Token* token = frame->peek(skip_blanks)) return *token;
     for (std::size_t i = 0;; ++i) {
-        if (i == pending_.size()) pending_.push_back(fetch());
-        const Token& token = pending_[i];
-        if (token.is(EXPANSION_END) || (skip_blanks && token.is(WHITESPACE))) continue;
-        return token;
+        if (i == lookahead_.size()) lookahead_.push_back(fetch());
+        const Token& token = lookahead_[i];
+        if (!skip_blanks || !token.is(WHITESPACE)) return token;
     }
 }
 
@@ -206,26 +230,28 @@ void Preprocessor::define_macro() {
         skip_rest_of_line(name);
         return;
     }
-    Macro macro{std::string(name.text()), {}, {}};
+    Macro macro{std::string(name.text()), {}, nullptr};
     if (peek_raw(false).is(LEFT_BRACKET)) {
         take_raw();
         macro.parameters = read_parameters();
     }
     // The body is read with expansion: macros known now are replaced now.
+    auto body = std::make_shared<TokenSequence>(held_tokens_);
     for (;;) {
         if (ends_line(peek_raw(false))) break;
         Token token = take_raw();
-        if (token.is(IDENTIFIER) && expand(token, false)) continue;
-        macro.body.push_back(std::move(token));
+        if (token.is(IDENTIFIER) && (take_over_body(token, *body) || expand(token, false))) continue;
+        body->push_back(token);
+        check_held();
     }
-    trim_blanks(macro.body);
+    body->trim_blanks();
+    macro.body = std::move(body);
     if (skipping_) return;
     if (macros_.contains(macro.name)) {
         warning(format_message(messages::macro_already_defined, {macro.name}));
         return;
     }
     macros_.add(std::move(macro));
-    ++macro_version_;
 }
 
 // parameters : name { ',' name }
@@ -255,24 +281,10 @@ void Preprocessor::undefine_macro() {
     macros_.remove(name.text());
 }
 
-// What a branch keeps. The kept tokens of a nested conditional are read once more by the
-// branch around it, and so on outwards; most tokens read back as themselves, and those
-// are taken over whole instead (reading them again at every level would cost depth times
-// size). `settled` counts the leading tokens known to read back as themselves while the
-// macro definitions are those of `version`.
-struct Preprocessor::KeptTokens {
-    std::vector<Token> tokens;
-    bool drop = false;
-    std::size_t settled = 0;
-    std::uint64_t version = 0;
-    // Only a nested conditional's tokens can be taken over; outermost ones are not checked.
-    bool nested = false;
-};
-
 // conditional : ( 'if' token | 'ifdef' identifier | 'ifndef' identifier ) NEWLINE
 //               { token } [ '#' 'else' NEWLINE { token } ] '#' 'endif'
-// Both branches are read eagerly; the kept one is delivered afterwards, from the pending
-// tokens. No expression is evaluated: only a literal 0 is false.
+// Both branches are read eagerly; the kept one is delivered afterwards. No expression is
+// evaluated: only a literal 0 is false.
 void Preprocessor::conditional(std::string_view directive) {
     NestingGuard guard(*this);
     Token operand = take_raw_word();
@@ -284,9 +296,7 @@ void Preprocessor::conditional(std::string_view directive) {
         condition = macros_.contains(operand.text()) == (directive == "ifdef");
     }
     skip_rest_of_line(operand);
-    KeptTokens kept;
-    kept.version = macro_version_;
-    kept.nested = !collecting_.empty();
+    KeptTokens kept(!collecting_.empty(), macros_, held_tokens_);
     Token end = collect_branch(!condition, kept);
     if (end.text() == "else") {
         skip_rest_of_line(end);
@@ -294,21 +304,22 @@ void Preprocessor::conditional(std::string_view directive) {
     }
     // Inside another branch, the tokens would be read next by that branch: when reading
     // them changes nothing, it gets them as they are, and the position they would leave.
-    if (kept.nested && settle(kept)) {
-        if (!kept.tokens.empty()) take_position(kept.tokens.back());
+    if (kept.nested() && kept.settled()) {
+        if (!kept.empty()) take_position(kept.back());
         KeptTokens& outer = *collecting_.back();
-        if (!outer.drop) take_over(outer, std::move(kept));
+        if (!outer.dropping()) outer.take_over(std::move(kept));
         return;
     }
-    pending_.insert(pending_.begin(), std::make_move_iterator(kept.tokens.begin()),
-                    std::make_move_iterator(kept.tokens.end()));
+    if (!kept.empty())
+        frames_.emplace_back(std::make_shared<const TokenSequence>(held_tokens_, kept.release()), std::string_view());
 }
 
 // Reads one branch up to its "else" or "endif"; a dropped branch is read with the skipping
-// flag set, so that its defines and includes take no effect.
+// flag set, so that its defines and includes take no effect. A branch that would hold more
+// than expansion may hold is reported once and keeps nothing.
 Token Preprocessor::collect_branch(bool drop, KeptTokens& kept) {
     SkippingScope scope(skipping_, skipping_ || drop);
-    kept.drop = drop;
+    kept.set_dropping(drop);
     collecting_.push_back(&kept);
     struct Pop {
         std::vector<KeptTokens*>& stack;
@@ -318,45 +329,13 @@ Token Preprocessor::collect_branch(bool drop, KeptTokens& kept) {
         Token token = next_token();
         if (token.is(PREPROCESSOR_SWITCH) && (token.text() == "else" || token.text() == "endif")) return token;
         if (token.is(END_OF_FILE)) fail(messages::eof_in_conditional);
-        if (!drop) keep(kept, std::move(token));
+        if (kept.dropping()) continue;
+        kept.keep(token);
+        if (holds_too_much()) {
+            kept.give_up();
+            error(messages::macro_expansion_too_large);
+        }
     }
-}
-
-// True when delivering the token again would give the token itself and do nothing else.
-bool Preprocessor::reads_back(const Token& token) const {
-    if (token.is(IDENTIFIER)) return !macros_.contains(token.text());
-    return !token.is(PREPROCESSOR_SWITCH) && !token.is(EXPANSION_END);
-}
-
-// Whether every kept token reads back as itself under the macros defined now.
-bool Preprocessor::settle(KeptTokens& kept) const {
-    if (kept.version != macro_version_) {
-        kept.settled = 0;
-        kept.version = macro_version_;
-    }
-    while (kept.settled < kept.tokens.size() && reads_back(kept.tokens[kept.settled])) ++kept.settled;
-    return kept.settled == kept.tokens.size();
-}
-
-void Preprocessor::keep(KeptTokens& kept, Token token) const {
-    if (kept.nested && kept.settled == kept.tokens.size() && kept.version == macro_version_ && reads_back(token))
-        ++kept.settled;
-    kept.tokens.push_back(std::move(token));
-}
-
-// Appends a settled `inner`. A nested conditional is mostly the bulk of its branch, so an
-// outer branch with fewer tokens so far goes in front of the inner one instead.
-void Preprocessor::take_over(KeptTokens& outer, KeptTokens&& inner) const {
-    const bool all_settled = outer.settled == outer.tokens.size() && outer.version == macro_version_;
-    if (outer.tokens.size() < inner.tokens.size()) {
-        inner.tokens.insert(inner.tokens.begin(), std::make_move_iterator(outer.tokens.begin()),
-                            std::make_move_iterator(outer.tokens.end()));
-        outer.tokens = std::move(inner.tokens);
-    } else {
-        outer.tokens.insert(outer.tokens.end(), std::make_move_iterator(inner.tokens.begin()),
-                            std::make_move_iterator(inner.tokens.end()));
-    }
-    if (all_settled) outer.settled = outer.tokens.size();
 }
 
 // include : 'include' string
@@ -373,15 +352,18 @@ void Preprocessor::include_file() {
         // once instead of running down the whole chain again.
         for (const auto& open : includes_) runaway_files_.insert(open->file_name());
         includes_.clear();
+        reading_ = &main_;
         fail(messages::include_too_deep);
     }
     for (const std::string& path : include_paths_) {
         std::string candidate = path + "/";
         candidate += name.text();
         if (runaway_files_.contains(candidate)) fail(messages::include_too_deep);
-        if (auto text = files_.read(candidate)) {
-            includes_.push_back(std::make_unique<Lexer>(Lexer::FromText{}, std::move(*text), candidate, diagnostics_));
+        if (auto text = include_text(candidate)) {
+            includes_.push_back(
+                std::make_unique<Lexer>(Lexer::FromText{}, std::move(text), candidate, diagnostics_, made_texts_));
             includes_.back()->set_blank_runs(true);
+            reading_ = includes_.back().get();
             return;
         }
     }
@@ -396,39 +378,96 @@ void Preprocessor::include_file() {
     fail(message);
 }
 
+std::shared_ptr<const std::string> Preprocessor::include_text(const std::string& path) {
+    if (auto known = include_texts_.find(path); known != include_texts_.end()) return known->second;
+    auto text = files_.read(path);
+    if (!text) return nullptr;
+    auto shared = std::make_shared<const std::string>(std::move(*text));
+    include_texts_.emplace(path, shared);
+    return shared;
+}
+
 // ---- Macro expansion ----------------------------------------------------------------------
 
-// Expands a macro call whose name was just read, putting the result in front of the pending
-// tokens. False when `name` is no macro, is being expanded already, or is a function-like
-// macro without arguments.
+// Expands a macro call whose name was just read: its expansion becomes the frame read next.
+// False when `name` is no macro, is being expanded already, or is a function-like macro
+// without arguments.
 bool Preprocessor::expand(const Token& name, bool apply_operators) {
     const Macro* macro = macros_.find(name.text());
-    if (macro == nullptr || active_.contains(macro->name)) return false;
-    Arguments arguments;
+    if (macro == nullptr || active_.contains(name.text())) return false;
+    std::shared_ptr<const TokenSequence> expansion;
     if (macro->function_like()) {
         if (!peek_raw(true).is(LEFT_BRACKET)) return false;
         while (!take_raw().is(LEFT_BRACKET)) {
         }
-        arguments = collect_arguments(apply_operators);
+        const Arguments arguments = collect_arguments(apply_operators);
         if (arguments.size() != macro->parameters.size()) fail(messages::parameter_count_mismatch);
+        expansion = substitute(*macro, arguments, apply_operators);
+    } else if (apply_operators && macro->body->has_operators()) {
+        expansion = substitute(*macro, {}, apply_operators);
+    } else {
+        expansion = macro->body;  // read as it stands, shared
     }
-    std::vector<Token> expansion = substitute(*macro, arguments, apply_operators);
-    const std::size_t produced = token_count(expansion);
+    charge(expansion->count());
+    active_.insert(name.text());
+    frames_.emplace_back(std::move(expansion), name.text());
+    return true;
+}
+
+// A macro named in a body being defined is expanded and its tokens read again one by one.
+// When reading them again gives them back unchanged (an object-like macro whose body names
+// no macro now), its body is taken over whole instead, shared rather than copied.
+bool Preprocessor::take_over_body(const Token& name, TokenSequence& body) {
+    const Macro* macro = macros_.find(name.text());
+    if (macro == nullptr || macro->function_like() || active_.contains(name.text())) return false;
+    if (!names_no_macro(*macro->body)) return false;
+    charge(macro->body->count());
+    if (!macro->body->empty()) take_position(macro->body->back());
+    body.append(*macro->body);
+    check_held();
+    return true;
+}
+
+// Asked of whole blocks, whose answers are kept: a body shared many times is looked at
+// once for each version of the macro table.
+bool Preprocessor::names_no_macro(const TokenSequence& tokens) const {
+    for (const auto& span : tokens.spans()) {
+        const TokenBlock& block = *span.block;
+        auto& check = block.macro_check;
+        if (check.version != macros_.version() || check.size != block.size()) {
+            check.version = macros_.version();
+            check.size = block.size();
+            check.names_no_macro = true;
+            for (const Token& token : block.tokens()) {
+                if (token.is(IDENTIFIER) && macros_.contains(token.text())) {
+                    check.names_no_macro = false;
+                    break;
+                }
+            }
+        }
+        if (!check.names_no_macro) return false;
+    }
+    return true;
+}
+
+void Preprocessor::charge(std::size_t produced) {
     if (produced > expansion_budget_) fail(messages::macro_expansion_too_large);
     expansion_budget_ -= produced;
-    active_.insert(macro->name);
-    Token end = name;  // the marker's text names the macro
-    end.set_kind(EXPANSION_END);
-    pending_.push_front(std::move(end));
-    pending_.insert(pending_.begin(), std::make_move_iterator(expansion.begin()),
-                    std::make_move_iterator(expansion.end()));
-    return true;
+}
+
+bool Preprocessor::holds_too_much() const {
+    return held_tokens_ > max_held_tokens + held_tokens_per_source_token * source_tokens_;
+}
+
+void Preprocessor::check_held() {
+    if (holds_too_much()) fail(messages::macro_expansion_too_large);
 }
 
 // arguments : [ argument { ',' argument } ] ')'   — commas inside parentheses do not split
 Preprocessor::Arguments Preprocessor::collect_arguments(bool apply_operators) {
     NestingGuard guard(*this);
-    Arguments arguments(1);
+    Arguments arguments;
+    arguments.emplace_back(held_tokens_);
     int depth = 0;
     for (;;) {
         if (peek_raw(false).is(END_OF_FILE)) break;
@@ -440,46 +479,57 @@ Preprocessor::Arguments Preprocessor::collect_arguments(bool apply_operators) {
             if (depth == 0) break;
             --depth;
         } else if (token.is(COMMA) && depth == 0) {
-            arguments.emplace_back();
+            arguments.emplace_back(held_tokens_);
             continue;
         }
-        arguments.back().push_back(std::move(token));
+        arguments.back().push_back(token);
+        check_held();
     }
-    for (auto& argument : arguments) trim_blanks(argument);
+    for (auto& argument : arguments) argument.trim_blanks();
     return arguments;
 }
 
 // Copies the body with parameters replaced by their arguments; in the normal token flow
 // "#" (stringify) and "##" (paste) are applied in the same left-to-right walk.
-std::vector<Token> Preprocessor::substitute(const Macro& macro, const Arguments& arguments, bool apply_operators) {
-    auto parameter_of = [&](const Token& t) -> const std::vector<Token>* {
+std::shared_ptr<const TokenSequence> Preprocessor::substitute(const Macro& macro, const Arguments& arguments,
+                                                              bool apply_operators) {
+    // The walk looks ahead by index, so a body of several spans is laid out in one piece.
+    TokenBlock flat(held_tokens_);
+    std::span<const Token> body;
+    if (macro.body->spans().size() == 1) {
+        body = macro.body->spans().front().tokens();
+    } else {
+        for (const auto& span : macro.body->spans()) flat.append(span.tokens());
+        check_held();
+        body = flat.tokens();
+    }
+    auto parameter_of = [&](const Token& t) -> const TokenBlock* {
         if (!t.is(IDENTIFIER) && !t.is(EDDL_KEYWORD)) return nullptr;
         for (std::size_t i = 0; i < macro.parameters.size(); ++i)
             if (macro.parameters[i] == t.text()) return &arguments[i];
         return nullptr;
     };
     auto next_word = [&](std::size_t i) {
-        while (i < macro.body.size() && macro.body[i].is(WHITESPACE)) ++i;
+        while (i < body.size() && body[i].is(WHITESPACE)) ++i;
         return i;
     };
-    const auto& body = macro.body;
-    std::vector<Token> out;
-    out.reserve(body.size());
-    std::size_t produced = 0;  // token_count(out)
-    auto append = [&](std::vector<Token>::const_iterator first, std::vector<Token>::const_iterator last) {
-        for (auto it = first; it != last; ++it) produced += token_count(*it);
-        out.insert(out.end(), first, last);
+    TokenBlock out(held_tokens_);
+    std::size_t produced = 0;  // token_count of out
+    auto append = [&](std::span<const Token> tokens) {
+        for (const Token& t : tokens) produced += token_count(t);
+        out.append(tokens);
     };
     for (std::size_t i = 0; i < body.size(); ++i) {
         // Checked as the copy grows, so that a runaway expansion is never built whole.
         if (produced > expansion_budget_) fail(messages::macro_expansion_too_large);
+        check_held();
         const Token& token = body[i];
         if (apply_operators && token.is(PREPROCESSOR_SWITCH)) {
             const std::size_t j = next_word(i + 1);
             if (j == body.size()) fail(messages::stringify_without_content);
             std::string text = "\"";
             if (const auto* argument = parameter_of(body[j])) {
-                for (const Token& part : *argument) {
+                for (const Token& part : argument->tokens()) {
                     if (is_blank(part)) text.append(token_count(part), ' ');
                     else text += part.text();
                 }
@@ -487,7 +537,7 @@ std::vector<Token> Preprocessor::substitute(const Macro& macro, const Arguments&
                 text += body[j].text();
             }
             text += '"';
-            out.emplace_back(STRING, std::move(text), token.file(), token.line());
+            out.push_back(Token(STRING, made_texts_->keep(std::move(text)), token.file(), token.line()));
             ++produced;
             i = j;
             continue;
@@ -498,27 +548,29 @@ std::vector<Token> Preprocessor::substitute(const Macro& macro, const Arguments&
                 out.pop_back();
             }
             const std::size_t j = next_word(i + 1);
-            const std::vector<Token>* argument = j < body.size() ? parameter_of(body[j]) : nullptr;
+            const TokenBlock* argument = j < body.size() ? parameter_of(body[j]) : nullptr;
             const Token* right = j == body.size() ? nullptr
                                  : argument == nullptr ? &body[j]
                                  : argument->empty()   ? nullptr
-                                                       : &argument->front();
+                                                       : &argument->tokens().front();
             if (out.empty() || right == nullptr) fail(messages::paste_without_content);
             std::string pasted(out.back().text());
             pasted += right->text();
-            out.back().set_text(std::move(pasted));
-            if (argument != nullptr) append(argument->begin() + 1, argument->end());
+            Token left = out.back();
+            out.pop_back();
+            out.push_back(Token(left.kind(), made_texts_->keep(std::move(pasted)), left.file(), left.line()));
+            if (argument != nullptr) append(argument->tokens().subspan(1));
             i = j;
             continue;
         }
         if (const auto* argument = parameter_of(token)) {
-            append(argument->begin(), argument->end());
+            append(argument->tokens());
         } else {
             out.push_back(token);
             produced += token_count(token);
         }
     }
-    return out;
+    return std::make_shared<const TokenSequence>(held_tokens_, std::move(out));
 }
 
 }  // namespace edd

@@ -6,66 +6,112 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 #include "files/input_files.hpp"
+#include "frontend/kept_tokens.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/macro_table.hpp"
+#include "frontend/text_store.hpp"
+#include "frontend/token_sequence.hpp"
 #include "frontend/token_stream.hpp"
 
 namespace edd {
 
-class Preprocessor : public TokenStream {
+class Preprocessor final : public TokenStream {
 public:
     // Thrown after a failed directive or expansion has printed its error line.
     struct PreprocessorError {};
 
     Preprocessor(Lexer& main, std::vector<std::string> include_paths, InputFiles& files, Diagnostics& diagnostics);
+    ~Preprocessor() override;
 
-    Token next_token() override;
+    Token next_token() override { return deliver_reported(false); }
+    Token next_significant_token() override { return deliver_reported(true); }
     int current_line() const override { return current_line_; }
 
     // Guards against input that would otherwise exhaust memory or time.
     static constexpr std::size_t max_include_depth = 200;
     // Macro expansion produces at most max_expansion_tokens in all, plus the allowance for
-    // every token read from a file: time and memory stay linear in the input, whatever the
-    // macros do, and real descriptions stay far below either figure.
+    // every token read from a file: time stays linear in the input, whatever the macros do,
+    // and real descriptions stay far below either figure.
     static constexpr std::size_t max_expansion_tokens = std::size_t{1} << 18;
     static constexpr std::size_t expansion_tokens_per_source_token = 64;
+    // The same for memory: the tokens held at once in macro bodies, arguments, expansions
+    // waiting to be read and kept branches (a shared body counts once).
+    static constexpr std::size_t max_held_tokens = std::size_t{1} << 20;
+    static constexpr std::size_t held_tokens_per_source_token = 4;
     // Conditionals and macro calls inside arguments are read recursively.
     static constexpr std::size_t max_nesting = 256;
 
 private:
-    using Arguments = std::vector<std::vector<Token>>;
+    using Arguments = std::vector<TokenBlock>;
 
-    Token deliver();
+    // Tokens to read before the lexer's: an expansion or a kept branch, read from the
+    // front. An expansion's frame names its macro, which expands again once the frame is
+    // read to its end.
+    struct Frame {
+        Frame(std::shared_ptr<const TokenSequence> tokens, std::string_view macro);
+        // The next token without taking it; null when the frame is read to its end.
+        const Token* peek(bool skip_blanks) const;
+        bool enter_next_span();
+
+        std::shared_ptr<const TokenSequence> tokens;
+        std::size_t span = 0;
+        const Token* next = nullptr;
+        const Token* end = nullptr;
+        std::string_view macro;
+    };
+
+    Token deliver_reported(bool significant);
+    Token deliver(bool significant);
     std::optional<Token> handle_directive();
     void define_macro();
     std::vector<std::string> read_parameters();
     void undefine_macro();
     void conditional(std::string_view directive);
-    struct KeptTokens;
     Token collect_branch(bool drop, KeptTokens& kept);
-    bool reads_back(const Token& token) const;
-    bool settle(KeptTokens& kept) const;
-    void keep(KeptTokens& kept, Token token) const;
-    void take_over(KeptTokens& outer, KeptTokens&& inner) const;
     void include_file();
+    std::shared_ptr<const std::string> include_text(const std::string& path);
 
     bool expand(const Token& name, bool apply_operators);
+    bool take_over_body(const Token& name, TokenSequence& body);
+    bool names_no_macro(const TokenSequence& tokens) const;
+    void charge(std::size_t produced);
+    bool holds_too_much() const;
+    void check_held();
     Arguments collect_arguments(bool apply_operators);
-    std::vector<Token> substitute(const Macro& macro, const Arguments& arguments, bool apply_operators);
+    std::shared_ptr<const TokenSequence> substitute(const Macro& macro, const Arguments& arguments,
+                                                    bool apply_operators);
 
     class NestingGuard;
 
-    Token fetch();
-    Token take_raw();
+    // The next token of the lexers, counted for the budgets.
+    Token fetch() {
+        Token token = reading_->next_token();
+        if (token.is(END_OF_FILE) && !includes_.empty()) token = leave_include();
+        const std::size_t count = token_count(token);
+        source_tokens_ += count;
+        expansion_budget_ += expansion_tokens_per_source_token * count;
+        return token;
+    }
+    Token leave_include();
+    // The next token, from the frames, the tokens looked at ahead or the lexers.
+    Token take_raw() {
+        if (frames_.empty() && lookahead_.empty()) {  // most tokens: straight from the lexer
+            Token token = fetch();
+            take_position(token);
+            return token;
+        }
+        return take_pending();
+    }
+    Token take_pending();
     Token take_raw_word();
     const Token& peek_raw(bool skip_blanks);
     void skip_rest_of_line(const Token& last);
@@ -84,25 +130,29 @@ private:
     Diagnostics& diagnostics_;
     FileIndex current_file_ = 0;
     int current_line_ = 0;
+    // Declared before everything that counts into it.
+    std::size_t held_tokens_ = 0;
     MacroTable macros_;
-    std::deque<Token> pending_;
+    std::vector<Frame> frames_;           // innermost last
+    std::deque<Token> lookahead_;         // read from the lexers, not yet taken
     std::vector<std::string> include_paths_;
     std::vector<std::unique_ptr<Lexer>> includes_;
+    Lexer* reading_;  // the innermost include, or the main lexer
+    // The include files read so far: their tokens may be held until the end, and a file
+    // included again is not read again.
+    std::unordered_map<std::string, std::shared_ptr<const std::string>> include_texts_;
+    std::shared_ptr<TextStore> made_texts_ = std::make_shared<TextStore>();
     std::unordered_set<std::string> runaway_files_;
     bool skipping_ = false;
     // The branches being collected, innermost last.
     std::vector<KeptTokens*> collecting_;
-    // Counts definitions: what was found about the macro names in a text holds while it stays.
-    std::uint64_t macro_version_ = 0;
     std::size_t nesting_ = 0;
-    // Macros whose expansion is still being read; they do not expand again meanwhile.
-    struct NameHash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
-    };
-    std::unordered_set<std::string, NameHash, std::equal_to<>> active_;
-    // Tokens macro expansion may still produce.
+    // Macros whose expansion is still being read; they do not expand again meanwhile. The
+    // names view the texts of the tokens that called them.
+    std::unordered_set<std::string_view> active_;
+    // Tokens macro expansion may still produce, and the tokens read from files so far.
     std::size_t expansion_budget_ = max_expansion_tokens;
+    std::size_t source_tokens_ = 0;
 };
 
 }  // namespace edd

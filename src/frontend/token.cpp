@@ -7,15 +7,9 @@
 
 namespace edd {
 
-const std::string& SharedText::text() const {
-    static const std::string empty;
-    return block_ != nullptr ? block_->text : empty;
-}
-
-Token::Token(std::string_view punctuator) : owner_(std::string(punctuator)) {
-    text_ = owner_.text();
-    auto kind = find_punctuator(punctuator);
-    if (!kind) {
+Token::Token(std::string_view punctuator) {
+    auto match = match_punctuator(punctuator);
+    if (!match || match->spelling.size() != punctuator.size()) {
         std::string message(messages::token_not_unique_prefix);
         message += '"';
         message += punctuator;
@@ -23,7 +17,8 @@ Token::Token(std::string_view punctuator) : owner_(std::string(punctuator)) {
         message += messages::token_not_unique_suffix;
         throw std::invalid_argument(message);
     }
-    kind_ = *kind;
+    kind_ = match->kind;
+    text_ = match->spelling;  // the table's own text, which lives as long as the program
 }
 
 std::string to_string(const Token& token) {

@@ -1,6 +1,7 @@
 // A named value, and the ordered list of them that composed values carry.
 #pragma once
 
+#include <cstddef>
 #include <memory_resource>
 #include <span>
 #include <string_view>
@@ -20,8 +21,10 @@ struct Attribute {
 // Attributes in insertion order, at most one per name when filled through set().
 class AttributeList {
 public:
-    // Room for a few entries from the start: most lists hold two to four.
-    explicit AttributeList(std::pmr::memory_resource* resource) : entries_(resource) { entries_.reserve(4); }
+    // Room for `expected` entries from the start: in an arena, growing wastes what it leaves.
+    explicit AttributeList(std::pmr::memory_resource* resource, std::size_t expected = 4) : entries_(resource) {
+        entries_.reserve(expected);
+    }
 
     // Replaces the first entry of the same name in place, else appends; the name is copied.
     void set(std::string_view name, ValuePtr value);

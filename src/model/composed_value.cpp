@@ -3,7 +3,7 @@
 namespace edd {
 
 ValuePtr ComposedValue::clone(Arena& arena) const {
-    auto* copy = arena.make<ComposedValue>(name_);
+    auto* copy = arena.make<ComposedValue>(name_, attributes_.all().size());
     for (const Attribute& attribute : attributes_.all()) copy->set(attribute.name, clone_of(attribute.value, arena));
     return copy;
 }

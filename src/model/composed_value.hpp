@@ -13,8 +13,9 @@ namespace edd {
 
 class ComposedValue final : public Value {
 public:
-    explicit ComposedValue(Arena& arena, std::string_view name = {})
-        : Value(ValueKind::COMPOSED), name_(arena.copy(name)), attributes_(arena.resource()) {}
+    // `expected`: how many attributes it will most likely hold.
+    explicit ComposedValue(Arena& arena, std::string_view name = {}, std::size_t expected = 4)
+        : Value(ValueKind::COMPOSED), name_(arena.copy(name)), attributes_(arena.resource(), expected) {}
 
     ValuePtr clone(Arena& arena) const override;
     bool equals(const Value&) const override { return false; }

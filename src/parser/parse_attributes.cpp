@@ -37,7 +37,7 @@ ValuePtr Parser::parse_method_definition() {
         advance();
         if (consumed().is(LEFT_CURLY_BRACKET)) ++depth;
         if (consumed().is(RIGHT_CURLY_BRACKET) && --depth == 0) break;
-        code_tokens_.push_back(take_consumed());
+        code_tokens_.push_back(consumed());
     }
     return make<CodeValue>(std::span<const Token>(code_tokens_));
 }
@@ -138,7 +138,7 @@ ValuePtr Parser::parse_enumerator_list() {
 // enumerator : '{' value ',' description { ',' ( help | status_classes | classes | action ) } '}'
 ValuePtr Parser::parse_enumerator() {
     expect("{");
-    auto* enumerator = make<ComposedValue>("enumerator");
+    auto* enumerator = make<ComposedValue>("enumerator", 3);
     enumerator->set("value", parse_conditional_expression());
     expect(",");
     enumerator->set("description", parse_string_value());
@@ -186,7 +186,7 @@ ValuePtr Parser::parse_menu_item_list() { return parse_list(&Parser::parse_menu_
 
 // menu_item : layout_word | string_value | reference [ '(' qualifier { ',' qualifier } ')' ]
 ValuePtr Parser::parse_menu_item() {
-    auto* item = make<ComposedValue>("item");
+    auto* item = make<ComposedValue>("item", 2);
     if (!at_kind(STRING) && ks::menu_layout_words.contains(peek().text())) {
         advance();
         item->set("item_reference", make_simple(ValueKind::KEYWORD, consumed().text()));
@@ -256,7 +256,7 @@ ValuePtr Parser::parse_response_codes_attribute() {
 
 // response_code : integer_expression ',' response_code_type ',' string_value [ ',' string_value ] ';'
 ValuePtr Parser::parse_response_code() {
-    auto* code = make<ComposedValue>("response_code");
+    auto* code = make<ComposedValue>("response_code", 3);
     code->set("value", parse_conditional_expression());
     expect(",");
     code->set("type", make_simple(ValueKind::KEYWORD, expect_one_of(ks::response_code_types)));
@@ -279,7 +279,7 @@ ValuePtr Parser::parse_braced_elements() {
 
 // element : integer_expression ',' reference ',' string_value [ ',' string_value ] ';'
 ValuePtr Parser::parse_element() {
-    auto* element = make<ComposedValue>("element");
+    auto* element = make<ComposedValue>("element", 3);
     element->set("element_index", parse_conditional_expression());
     expect(",");
     element->set("element_reference", parse_reference());
@@ -337,7 +337,7 @@ ValuePtr Parser::parse_transaction() {
 
 // data_item : integer | reference [ '<' integer '>' ] [ '(' keywords { ',' keywords } ')' ]
 ValuePtr Parser::parse_data_item() {
-    auto* item = make<ComposedValue>("data_item");
+    auto* item = make<ComposedValue>("data_item", 2);
     if (at_kind(INTEGER)) {
         item->set("data_item_reference",
                   make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got)));

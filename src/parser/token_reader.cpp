@@ -12,15 +12,13 @@ TokenReader::TokenReader(TokenStream& source, Diagnostics& diagnostics) : source
 }
 
 void TokenReader::advance() {
-    Token token = source_.next_token();
-    for (;;) {
-        const auto kind = token.kind();
-        if (kind == ERROR) diagnostics_.count_error();
-        else if (kind != WHITESPACE && kind != NEWLINE && kind != COMMENT) break;
-        token = source_.next_token();
+    Token token = source_.next_significant_token();
+    while (token.is(ERROR)) {
+        diagnostics_.count_error();
+        token = source_.next_significant_token();
     }
-    consumed_ = std::move(peek_);
-    peek_ = std::move(token);
+    consumed_ = peek_;
+    peek_ = token;
 }
 
 void TokenReader::error(std::string_view message) {

@@ -1,7 +1,7 @@
 // The reading base of the EDDL parser and the dictionary reader: the token under
 // examination and the one consumed last, the reporters, and the few ways of consuming a
 // token. Reports name the position of the token consumed last; the texts handed out stay
-// valid until the next token is consumed.
+// valid as long as the token stream.
 //
 //   accept     consumes the token only when it matches
 //   expect...  consumes one token; a mismatch is fatal (reported, then ParseError thrown)
@@ -36,8 +36,6 @@ protected:
     const Token& peek() const { return peek_; }
     // The token consumed last.
     const Token& consumed() const { return consumed_; }
-    // Moves the consumed token's text out, for a caller that keeps the token.
-    Token take_consumed() { return std::move(consumed_); }
     Diagnostics& diagnostics() const { return diagnostics_; }
 
     // Consumes one significant token; blanks, line ends, comments and ERROR tokens are

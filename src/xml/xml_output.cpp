@@ -142,14 +142,16 @@ void XmlOutput::put_escaped(std::string_view bytes, unsigned char context) {
 void XmlOutput::declaration() { put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"); }
 
 void XmlOutput::line_break(std::size_t depth) {
-    static const std::string blanks = '\n' + std::string(16 * indentation, ' ');
     const std::size_t count = depth * indentation;
-    if (count < blanks.size()) {
-        put(std::string_view(blanks).substr(0, count + 1));
+    if (count >= capacity - used_) flush();
+    if (count >= capacity) {  // deeper than a buffer: a level at a time
+        put('\n');
+        for (std::size_t i = 0; i < depth; ++i) put(std::string_view("    ", indentation));
         return;
     }
-    put('\n');
-    for (std::size_t i = 0; i < depth; ++i) put(std::string_view(blanks).substr(1, indentation));
+    buffer_[used_] = '\n';
+    std::memset(buffer_.get() + used_ + 1, ' ', count);
+    used_ += count + 1;
 }
 
 void XmlOutput::end_start_tag() {

@@ -3,6 +3,7 @@
 #include "xml/xml_writer.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <stdexcept>
 #include <system_error>
 
@@ -79,15 +80,33 @@ void XML_Writer::build(bool force) {
             diagnostics_.related_file_missing(path);
     }
 
-    // Sorted by the names beside the items, so that comparing touches only the names;
-    // string views compare bytes as unsigned, which is byte order.
-    std::vector<std::pair<std::string_view, const Item*>> by_name;
+    // Sorted by the names beside the items, so that comparing touches only the names, and
+    // by their first sixteen bytes as numbers first: most names differ there, and names
+    // with a common prefix ("ch0551_value", "ch0551_unit") are the rule. Zero padding and
+    // big-endian numbers keep byte order.
+    struct ByName {
+        std::uint64_t head[2];
+        std::string_view name;
+        const Item* item;
+    };
+    auto prefix = [](std::string_view name, std::size_t from) {
+        std::uint64_t value = 0;
+        for (std::size_t i = from; i < from + 8; ++i)
+            value = (value << 8) | (i < name.size() ? static_cast<unsigned char>(name[i]) : 0u);
+        return value;
+    };
+    std::vector<ByName> by_name;
     by_name.reserve(description_.items.size());
-    for (const Item& item : description_.items.items()) by_name.emplace_back(item.name(), &item);
-    std::ranges::sort(by_name, {}, &std::pair<std::string_view, const Item*>::first);
+    for (const Item& item : description_.items.items())
+        by_name.push_back({{prefix(item.name(), 0), prefix(item.name(), 8)}, item.name(), &item});
+    std::ranges::sort(by_name, [](const ByName& a, const ByName& b) {
+        if (a.head[0] != b.head[0]) return a.head[0] < b.head[0];
+        if (a.head[1] != b.head[1]) return a.head[1] < b.head[1];
+        return a.name < b.name;
+    });
     items_by_name_.clear();
     items_by_name_.reserve(by_name.size());
-    for (const auto& [name, item] : by_name) items_by_name_.push_back(item);
+    for (const ByName& entry : by_name) items_by_name_.push_back(entry.item);
     built_ = true;
 }
 
