@@ -5,10 +5,11 @@ namespace edd {
 KeptTokens::KeptTokens(bool nested, const MacroTable& macros, std::size_t& tally)
     : tokens_(tally), macros_(macros), version_(macros.version()), nested_(nested) {}
 
-void KeptTokens::give_up() {
+void KeptTokens::give_up(const Token& error) {
     given_up_ = true;
     tokens_.clear();
     settled_ = 0;
+    keep(error);
 }
 
 void KeptTokens::keep(const Token& token) {

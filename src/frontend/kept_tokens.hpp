@@ -26,8 +26,8 @@ public:
     // A dropped branch keeps nothing; set for each branch as it starts.
     void set_dropping(bool dropping) { dropping_ = dropping; }
     bool dropping() const { return dropping_ || given_up_; }
-    // Keeps nothing, from now on: what was kept goes.
-    void give_up();
+    // Keeps nothing more: what was kept goes, and `error` (an ERROR token) stands for it.
+    void give_up(const Token& error);
 
     void keep(const Token& token);
     // Whether every kept token reads back as itself under the macros defined now.

@@ -316,7 +316,7 @@ void Preprocessor::conditional(std::string_view directive) {
 
 // Reads one branch up to its "else" or "endif"; a dropped branch is read with the skipping
 // flag set, so that its defines and includes take no effect. A branch that would hold more
-// than expansion may hold is reported once and keeps nothing.
+// than expansion may hold is reported once and keeps an ERROR token only.
 Token Preprocessor::collect_branch(bool drop, KeptTokens& kept) {
     SkippingScope scope(skipping_, skipping_ || drop);
     kept.set_dropping(drop);
@@ -332,8 +332,8 @@ Token Preprocessor::collect_branch(bool drop, KeptTokens& kept) {
         if (kept.dropping()) continue;
         kept.keep(token);
         if (holds_too_much()) {
-            kept.give_up();
             error(messages::macro_expansion_too_large);
+            kept.give_up(Token(ERROR, messages::preprocessor_error_token, current_file_, current_line_));
         }
     }
 }

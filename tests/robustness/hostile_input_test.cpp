@@ -3,6 +3,9 @@
 // the whole program (edd::run, as main calls it); and the front end drains whatever bytes
 // it is given. ctest's time limit bounds every test, the sanitizer build's too.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
@@ -74,6 +77,33 @@ protected:
             pugi::xml_document document;
             EXPECT_TRUE(document.load_buffer(result.xml.data(), result.xml.size()));
         }
+        return result;
+    }
+    // The same in a child process of its own, whose peak memory the kernel reports.
+    Conversion convert_measured(std::string_view source, long& peak_mib) {
+        int pipe_ends[2];
+        EXPECT_EQ(pipe(pipe_ends), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            close(pipe_ends[0]);
+            const Conversion result = convert(source);
+            const std::string report = std::to_string(result.seconds) + "\n" + result.diagnostics;
+            [[maybe_unused]] const auto written = ::write(pipe_ends[1], report.data(), report.size());
+            _exit(result.status);
+        }
+        close(pipe_ends[1]);
+        std::string report;
+        char chunk[4096];
+        for (ssize_t n; (n = ::read(pipe_ends[0], chunk, sizeof chunk)) > 0;) report.append(chunk, static_cast<std::size_t>(n));
+        close(pipe_ends[0]);
+        int status = 0;
+        rusage usage{};
+        wait4(child, &status, 0, &usage);
+        peak_mib = usage.ru_maxrss / 1024;
+        Conversion result;
+        result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        result.seconds = std::stod(report.substr(0, report.find('\n')));
+        result.diagnostics = report.substr(report.find('\n') + 1);
         return result;
     }
     std::string error_at(std::string_view file, int line) const {
@@ -204,6 +234,51 @@ TEST_F(HostileInput, MacroBombs) {
     expect(convert(std::string(header) + "#define v v\n#define LABEL_OF(x) LABEL_OF(x) x\n#define A B\n#define B A\n" +
                    std::string(item)),
            0, "");
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr long memory_factor = 4;  // shadow memory and quarantine
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+constexpr long memory_factor = 4;
+#else
+constexpr long memory_factor = 1;
+#endif
+#else
+constexpr long memory_factor = 1;
+#endif
+
+// A body of a million tokens taken into another forty times is held once; expanding it
+// stops at the guard. Read lazily into a kept branch, the tokens it would hold stop at the
+// memory guard, reported once. Both took gigabytes once.
+TEST_F(HostileInput, MacroMemory) {
+    const std::string body = "#define A" + repeat(" x", 1'000'000) + "\n";
+    long peak_mib = 0;
+    const Conversion taken_over =
+        convert_measured(body + "#define B" + repeat(" A", 40) + "\n" + std::string(header) + "B\n", peak_mib);
+    expect(taken_over, parse_failed & 255, error_at("main.ddl", 4) + "Macro expansion too large.\n");
+    EXPECT_LT(peak_mib, 200 * memory_factor);
+    const Conversion kept = convert_measured(body + std::string(header) + "#ifndef G\n" + repeat("A\n", 30) + "#endif\n", peak_mib);
+    expect(kept, parse_failed & 255, error_at("main.ddl", 1) + "Macro expansion too large.\n");
+    EXPECT_LT(peak_mib, 512 * memory_factor);
+}
+
+// Every REDEFINE and DELETE of an import finds its item through the index.
+TEST_F(HostileInput, ManyRedefinitions) {
+    constexpr int count = 160'000;
+    std::string library(header), redefinitions;
+    for (int i = 0; i < count; ++i) {
+        const std::string name = std::to_string(i);
+        library.append("VARIABLE v").append(name).append(" { LABEL \"v\"; CLASS LOCAL; TYPE INTEGER; }\n");
+        if (i % 2 == 0) redefinitions.append("REDEFINE VARIABLE v").append(name).append(" { HELP \"h\"; }\n");
+        else redefinitions.append("DELETE VARIABLE v").append(name).append(";\n");
+    }
+    dir_.write("library.ddl", library);
+    const Conversion result =
+        convert(std::string(header) + "IMPORT \"library.ddl\" { EVERYTHING; REDEFINITIONS {\n" + redefinitions + "} }\n");
+    expect(result, 0, "", 20);
+    EXPECT_NE(result.xml.find("<VARIABLE id=\"v159998\">"), std::string::npos);
+    EXPECT_EQ(result.xml.find("<VARIABLE id=\"v159999\">"), std::string::npos);
 }
 
 // 0xFF ends the text; a NUL is a character like any other: in a string it reaches the
