@@ -1,5 +1,6 @@
 #include "model/description.hpp"
 
+#include <functional>
 #include <stdexcept>
 #include <utility>
 
@@ -11,12 +12,34 @@ constexpr const char* not_in_table = "Object not in dd.";
 
 void ItemTable::reserve(std::size_t items) {
     items_.reserve(items);
-    index_.reserve(items);
+    while (index_.size() < 2 * items) grow_index();
+}
+
+std::uint32_t ItemTable::hash_of(std::string_view name) {
+    return static_cast<std::uint32_t>(std::hash<std::string_view>{}(name));
 }
 
 const Item* ItemTable::find(std::string_view name) const {
-    auto it = index_.find(name);
-    return it == index_.end() ? nullptr : &items_[it->second];
+    if (index_.empty()) return nullptr;
+    const std::uint32_t hash = hash_of(name);
+    const std::size_t mask = index_.size() - 1;
+    for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
+        const Slot& slot = index_[i];
+        if (slot.position == 0) return nullptr;
+        if (slot.hash == hash && items_[slot.position - 1].name() == name) return &items_[slot.position - 1];
+    }
+}
+
+// Doubles the table; the stored hashes place the entries again without reading a name.
+void ItemTable::grow_index() {
+    std::vector<Slot> old = std::exchange(index_, std::vector<Slot>(index_.empty() ? 64 : 2 * index_.size()));
+    const std::size_t mask = index_.size() - 1;
+    for (const Slot& slot : old) {
+        if (slot.position == 0) continue;
+        std::size_t i = slot.hash & mask;
+        while (index_[i].position != 0) i = (i + 1) & mask;
+        index_[i] = slot;
+    }
 }
 
 const Item& ItemTable::get(std::string_view name) const {
@@ -28,8 +51,13 @@ const Item& ItemTable::get(std::string_view name) const {
 Item& ItemTable::get(std::string_view name) { return const_cast<Item&>(static_cast<const ItemTable&>(*this).get(name)); }
 
 void ItemTable::insert(Item item) {
-    index_.emplace(item.name(), items_.size());
+    if (2 * (items_.size() + 1) > index_.size()) grow_index();
+    const std::uint32_t hash = hash_of(item.name());
+    const std::size_t mask = index_.size() - 1;
+    std::size_t i = hash & mask;
+    while (index_[i].position != 0) i = (i + 1) & mask;
     items_.push_back(std::move(item));
+    index_[i] = {hash, static_cast<std::uint32_t>(items_.size())};
 }
 
 std::vector<const Item*> ItemTable::of_type(ItemType type) const {

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "model/arena.hpp"
@@ -18,7 +18,7 @@ namespace edd {
 class ItemTable {
 public:
     void reserve(std::size_t items);
-    bool contains(std::string_view name) const { return index_.contains(name); }
+    bool contains(std::string_view name) const { return find(name) != nullptr; }
     // An absent name throws std::invalid_argument ("Object not in dd.").
     const Item& get(std::string_view name) const;
     Item& get(std::string_view name);
@@ -33,8 +33,17 @@ public:
     bool empty() const { return items_.empty(); }
 
 private:
+    // Open addressing over a table at most half full: a slot holds a name's hash and its
+    // item's position plus one (zero: free), so a lookup touches one item at most, mostly.
+    struct Slot {
+        std::uint32_t hash;
+        std::uint32_t position;
+    };
+    static std::uint32_t hash_of(std::string_view name);
+    void grow_index();
+
     std::vector<Item> items_;
-    std::unordered_map<std::string_view, std::size_t> index_;  // the names live in the arena
+    std::vector<Slot> index_;
 };
 
 struct Description {
