@@ -1,5 +1,7 @@
 #include "files/input_files.hpp"
 
+#include "files/file_names.hpp"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,6 +30,19 @@ private:
     int fd_;
 };
 
+// Opens `name` for reading as written, else under its Windows spelling; `path` is set to
+// the name opened.
+int open_input(const std::string& name, std::string& path) {
+    path = name;
+    int fd = ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd >= 0) return fd;
+    if (std::optional<std::string> found = find_file_name(name); found && *found != name) {
+        path = std::move(*found);
+        fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    }
+    return fd;
+}
+
 }  // namespace
 
 bool same_file(const std::string& a, const std::string& b) {
@@ -44,14 +59,16 @@ bool same_file(const std::string& a, const std::string& b) {
     return normal(a) == normal(b) && !error;
 }
 
-bool InputFiles::readable(const std::string& path) {
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+bool InputFiles::readable(const std::string& name) {
+    std::string path;
+    const Descriptor file(open_input(name, path));
     struct stat status;
     return file.get() >= 0 && ::fstat(file.get(), &status) == 0 && !S_ISDIR(status.st_mode);
 }
 
-std::optional<std::string> InputFiles::read(const std::string& path) {
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+std::optional<std::string> InputFiles::read(const std::string& name) {
+    std::string path;
+    const Descriptor file(open_input(name, path));
     if (file.get() < 0) return std::nullopt;
     struct stat status;
     if (::fstat(file.get(), &status) != 0 || S_ISDIR(status.st_mode)) return std::nullopt;
@@ -69,17 +86,18 @@ std::optional<std::string> InputFiles::read(const std::string& path) {
         length += static_cast<std::size_t>(n);
     }
     text.resize(length);
-    record(path, file.get());
+    record(name, path, file.get());
     return text;
 }
 
-void InputFiles::record(const std::string& path, int fd) {
+void InputFiles::record(const std::string& name, const std::string& path, int fd) {
     struct stat status;
     if (::fstat(fd, &status) != 0) return;
     const std::pair<dev_t, ino_t> id{status.st_dev, status.st_ino};
     if (std::ranges::find(ids_, id) != ids_.end()) return;
     ids_.push_back(id);
-    names_.push_back(path);
+    names_.push_back(name);
+    paths_.push_back(path);
 }
 
 const std::string* InputFiles::find(const std::string& path) const {

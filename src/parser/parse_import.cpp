@@ -4,11 +4,11 @@
 
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
+#include "files/input_files.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
 #include "parser/canonical_path.hpp"
 #include "parser/parser.hpp"
-#include "xml/text_utils.hpp"
 
 namespace edd {
 
@@ -41,7 +41,7 @@ bool is_plural_entry(const Token& token) {
 std::string resolve_import(const std::string& name, const std::vector<std::string>& include_paths) {
     for (const std::string& path : include_paths) {
         std::string candidate = path + "/" + name;
-        if (file_exists(candidate)) return candidate;
+        if (InputFiles::readable(candidate)) return candidate;
     }
     return std::string();
 }
