@@ -211,7 +211,12 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         options.output_file = output_name(options);
         options.include_paths.push_back(directory_part(options.input_file));
 
-        return convert(options, report, cleanup);
+        try {
+            return convert(options, report, cleanup);
+        } catch (const FileTooLarge& e) {  // the input, a dictionary or an image
+            report.line(e.what());
+            return exit_status::file_not_opened;
+        }
     } catch (const std::exception& e) {
         (diagnostics ? *diagnostics : early).fatal(e.what(), readable_type_name(typeid(e)));
         return exit_status::fatal;

@@ -1,5 +1,7 @@
 #include "files/input_files.hpp"
 
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
 #include "files/file_names.hpp"
 
 #include <fcntl.h>
@@ -8,6 +10,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 
@@ -45,6 +48,9 @@ int open_input(const std::string& name, std::string& path) {
 
 }  // namespace
 
+FileTooLarge::FileTooLarge(const std::string& name)
+    : std::runtime_error(format_message(messages::file_too_large, {name})) {}
+
 bool same_file(const std::string& a, const std::string& b) {
     struct stat first, second;
     const bool first_exists = ::stat(a.c_str(), &first) == 0;
@@ -72,20 +78,41 @@ std::optional<std::string> InputFiles::read(const std::string& name) {
     if (file.get() < 0) return std::nullopt;
     struct stat status;
     if (::fstat(file.get(), &status) != 0 || S_ISDIR(status.st_mode)) return std::nullopt;
-    // Sized from the file when it tells its size, so that the text is read in place and
-    // takes no more room than it needs; read to the end all the same, in case it grew.
+    // A regular file is read in place into a text of its size. Anything after that (a file
+    // that grew, a pipe, a device) is read in blocks joined at the end, so that a source
+    // that never ends costs max_size bytes and no copying on the way there.
     std::string text;
-    if (S_ISREG(status.st_mode)) text.resize(static_cast<std::size_t>(status.st_size));
-    std::size_t length = 0;
+    if (S_ISREG(status.st_mode)) {
+        if (static_cast<std::uintmax_t>(status.st_size) > max_size) throw FileTooLarge(name);
+        text.resize(static_cast<std::size_t>(status.st_size));
+    }
+    std::vector<std::string> blocks;
+    std::size_t length = 0, total = 0;
     for (;;) {
-        if (length == text.size()) text.resize(std::max<std::size_t>(2 * text.size(), 65536));
-        const ssize_t n = ::read(file.get(), text.data() + length, text.size() - length);
+        std::string& block = blocks.empty() ? text : blocks.back();
+        if (length == block.size()) {
+            if (total + length > max_size) throw FileTooLarge(name);
+            total += length;
+            length = 0;
+            blocks.emplace_back().resize(std::size_t{1} << 20);
+            continue;
+        }
+        const ssize_t n = ::read(file.get(), block.data() + length, block.size() - length);
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) return std::nullopt;
         if (n == 0) break;
         length += static_cast<std::size_t>(n);
     }
-    text.resize(length);
+    if (blocks.empty()) {
+        text.resize(length);
+    } else {
+        blocks.back().resize(length);
+        text.reserve(total + length);
+        for (std::string& block : blocks) {
+            text += block;
+            std::string().swap(block);  // freed at once: the text takes its place
+        }
+    }
     record(name, path, file.get());
     return text;
 }

@@ -6,7 +6,9 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,10 +19,21 @@ namespace edd {
 // devices and pipes are never the same file in this sense.
 bool same_file(const std::string& a, const std::string& b);
 
+// A file longer than InputFiles::max_size, or one that does not end (/dev/zero). Its
+// message names the file.
+class FileTooLarge : public std::runtime_error {
+public:
+    explicit FileTooLarge(const std::string& name);
+};
+
 class InputFiles {
 public:
+    // Far beyond any description, dictionary or image; reading stops there, so that a
+    // source that never ends costs a second and this much memory, not all there is.
+    static constexpr std::size_t max_size = std::size_t{1} << 30;
+
     // The bytes of a regular file; nothing when it cannot be opened or read (a directory,
-    // say).
+    // say). Throws FileTooLarge beyond max_size.
     std::optional<std::string> read(const std::string& name);
     // The file can be opened for reading and is not a directory.
     static bool readable(const std::string& name);

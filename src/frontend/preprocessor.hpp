@@ -95,6 +95,7 @@ private:
     // Counts definitions: what was found about the macro names in a text holds while it stays.
     std::uint64_t macro_version_ = 0;
     std::size_t nesting_ = 0;
+    bool nesting_reported_ = false;  // the guard reports once; the levels beyond it add nothing
     // Macros whose expansion is still being read; they do not expand again meanwhile.
     struct NameHash {
         using is_transparent = void;

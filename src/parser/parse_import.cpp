@@ -96,7 +96,12 @@ ItemTable Parser::parse_imported_file(const std::string& name, const std::string
     // Each imported file is parsed one level deeper on the stack.
     if (import_chain_->size() > max_import_depth) fatal(messages::nesting_too_deep);
     if (++*imports_converted_ > max_imports) fatal(messages::nesting_too_deep);
-    std::optional<std::string> text = files_.read(path);
+    std::optional<std::string> text;
+    try {
+        text = files_.read(path);
+    } catch (const FileTooLarge& e) {
+        fatal(e.what());
+    }
     if (!text) fatal(format_message(messages::import_not_found, {path}));
     Lexer lexer(Lexer::FromText{}, std::move(*text), path, diagnostics());
     Preprocessor preprocessor(lexer, include_paths_, files_, diagnostics());
