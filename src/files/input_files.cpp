@@ -1,9 +1,5 @@
 #include "files/input_files.hpp"
 
-#include "diagnostics/format.hpp"
-#include "diagnostics/messages.hpp"
-#include "files/file_names.hpp"
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,6 +9,10 @@
 #include <cstdint>
 #include <filesystem>
 #include <system_error>
+
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
+#include "files/file_names.hpp"
 
 namespace edd {
 
@@ -94,7 +94,8 @@ std::optional<std::string> InputFiles::read(const std::string& name) {
             if (total + length > max_size) throw FileTooLarge(name);
             total += length;
             length = 0;
-            blocks.emplace_back().resize(std::size_t{1} << 20);
+            // Mostly the one empty read at the end of a regular file: small blocks first.
+            blocks.emplace_back().resize(std::clamp<std::size_t>(total, 65536, std::size_t{16} << 20));
             continue;
         }
         const ssize_t n = ::read(file.get(), block.data() + length, block.size() - length);
