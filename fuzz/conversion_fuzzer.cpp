@@ -73,8 +73,13 @@ void check_document(const std::string& xml) {
         if (!is_xml_char(c)) reject("character outside XML 1.0", xml);
     }
     // Model text never reaches the document as a character reference ("&" is written
-    // "&amp;"), so one means a character the serialiser could not write as it stands.
-    if (xml.find("&#") != std::string::npos) reject("character reference", xml);
+    // "&amp;"), but for tab, line feed and carriage return in attribute values, which a
+    // reader would otherwise turn into blanks; any other means a character the serialiser
+    // could not write as it stands.
+    for (auto at = xml.find("&#"); at != std::string::npos; at = xml.find("&#", at + 1)) {
+        const std::string_view reference = std::string_view(xml).substr(at, 5);
+        if (reference != "&#09;" && reference != "&#10;" && reference != "&#13;") reject("character reference", xml);
+    }
     pugi::xml_document parsed;
     const pugi::xml_parse_result result =
         parsed.load_buffer(xml.data(), xml.size(), pugi::parse_default | pugi::parse_declaration, pugi::encoding_utf8);

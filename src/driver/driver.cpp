@@ -1,5 +1,6 @@
 #include "driver/driver.hpp"
 
+#include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <memory>
@@ -15,6 +16,7 @@
 #include "driver/command_line.hpp"
 #include "driver/exit_status.hpp"
 #include "driver/options.hpp"
+#include "files/dependency_file.hpp"
 #include "files/input_files.hpp"
 #include "files/output_file.hpp"
 #include "frontend/lexer.hpp"
@@ -51,6 +53,7 @@ std::optional<int> check_output_names(const Options& options, Diagnostics& diagn
     if (!options.input_file.empty() || !options.output_file.empty()) outputs.push_back(output_name(options));
     if (!options.diagnostics_file.empty()) outputs.push_back(options.diagnostics_file);
     if (options.dump) outputs.push_back(options.dump_file);
+    if (!options.dependency_file.empty()) outputs.push_back(options.dependency_file);
     auto refuse = [&](std::string_view message, const std::string& output, const std::string& other) {
         diagnostics.standard_error(format_message(message, {output, other}));
         return exit_status::command_line;
@@ -70,6 +73,7 @@ std::optional<int> check_outputs_against_inputs(const Options& options, const In
                                                 Diagnostics& diagnostics) {
     std::vector<std::string> outputs{options.output_file};
     if (options.dump) outputs.push_back(options.dump_file);
+    if (!options.dependency_file.empty()) outputs.push_back(options.dependency_file);
     for (const std::string& output : outputs) {
         if (const std::string* read = files.find(output)) {
             diagnostics.line(format_message(messages::output_was_read, {output, *read}));
@@ -108,6 +112,36 @@ void save_dump(const Options& options, const Description& description) {
         throw std::runtime_error(format_message(messages::dump_not_saved, {options.dump_file, e.code().message()}));
     }
 }
+
+// The dependency file: every file the run read, under the names it opened them by. It is
+// written before the document and put in place after it, so that a run failing anywhere
+// leaves none.
+class DependencyFile {
+public:
+    DependencyFile(const Options& options, const InputFiles& files) : name_(options.dependency_file) {
+        if (name_.empty()) return;
+        guarded([&] {
+            file_.emplace(name_);
+            file_->write(make_dependency_rules(options.output_file, files.paths()));
+        });
+    }
+    void commit() {
+        if (file_) guarded([&] { file_->commit(); });
+    }
+
+private:
+    template <class Step>
+    void guarded(Step step) {
+        try {
+            step();
+        } catch (const std::system_error& e) {
+            throw std::runtime_error(format_message(messages::dependency_file_not_saved, {name_, e.code().message()}));
+        }
+    }
+
+    std::string name_;
+    std::optional<OutputFile> file_;
+};
 
 // The stages of a conversion, freed in the reverse order of their making, or parked until
 // the process ends (see Cleanup).
@@ -167,8 +201,10 @@ int convert(Options& options, Diagnostics& diagnostics, Cleanup cleanup) {
 
     writer.build();
     if (auto status = check_outputs_against_inputs(options, files, diagnostics)) return *status;
+    DependencyFile dependencies(options, files);
     writer.save(options.output_file);
     if (options.dump) save_dump(options, writer.description());
+    dependencies.commit();
     return exit_status::success;
 }
 
@@ -190,6 +226,7 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         }
         const std::vector<std::string> rest(arguments.begin() + 1, arguments.end());
         if (auto status = scan_arguments(rest, options, out, early)) return *status;
+        if (const char* name = std::getenv("TARNWICK_DEPFILE")) options.dependency_file = name;
         if (auto status = check_output_names(options, early)) return *status;
 
         if (!options.diagnostics_file.empty()) {
@@ -212,7 +249,12 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         options.output_file = output_name(options);
         options.include_paths.push_back(directory_part(options.input_file));
 
-        return convert(options, report, cleanup);
+        try {
+            return convert(options, report, cleanup);
+        } catch (const FileTooLarge& e) {  // the input, a dictionary or an image
+            report.line(e.what());
+            return exit_status::file_not_opened;
+        }
     } catch (const std::exception& e) {
         (diagnostics ? *diagnostics : early).fatal(e.what(), readable_type_name(typeid(e)));
         return exit_status::fatal;

@@ -17,6 +17,8 @@ struct Options {
     bool continue_on_error = false;
     bool dump = false;
     std::string dump_file = "out.txt";
+    // From the environment, not the command line: TARNWICK_DEPFILE. Empty: none is written.
+    std::string dependency_file;
 };
 
 }  // namespace edd

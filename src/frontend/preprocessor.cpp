@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <typeinfo>
+#include <utility>
 
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
@@ -33,7 +34,10 @@ private:
 class Preprocessor::NestingGuard {
 public:
     explicit NestingGuard(Preprocessor& pp) : pp_(pp) {
-        if (pp_.nesting_ >= max_nesting) pp_.fail(messages::nesting_too_deep);
+        if (pp_.nesting_ >= max_nesting) {
+            if (std::exchange(pp_.nesting_reported_, true)) throw PreprocessorError{};
+            pp_.fail(messages::nesting_too_deep);
+        }
         ++pp_.nesting_;  // after the check: a throwing constructor runs no destructor
     }
     ~NestingGuard() { --pp_.nesting_; }
@@ -60,6 +64,8 @@ Token Preprocessor::deliver_reported(bool significant) {
     try {
         return deliver(significant);
     } catch (const PreprocessorError&) {
+    } catch (const FileTooLarge& e) {  // an include that never ends
+        error(e.what());
     } catch (const std::exception& e) {
         std::string message(messages::preprocessor_failure_with);
         message += e.what();

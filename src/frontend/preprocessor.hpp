@@ -147,6 +147,7 @@ private:
     // The branches being collected, innermost last.
     std::vector<KeptTokens*> collecting_;
     std::size_t nesting_ = 0;
+    bool nesting_reported_ = false;  // the guard reports once; the levels beyond it add nothing
     // Macros whose expansion is still being read; they do not expand again meanwhile. The
     // names view the texts of the tokens that called them.
     std::unordered_set<std::string_view> active_;

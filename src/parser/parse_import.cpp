@@ -5,11 +5,11 @@
 
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
+#include "files/input_files.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
 #include "parser/canonical_path.hpp"
 #include "parser/parser.hpp"
-#include "text/text_utils.hpp"
 
 namespace edd {
 
@@ -42,7 +42,7 @@ bool is_plural_entry(const Token& token) {
 std::string resolve_import(const std::string& name, const std::vector<std::string>& include_paths) {
     for (const std::string& path : include_paths) {
         std::string candidate = path + "/" + name;
-        if (file_exists(candidate)) return candidate;
+        if (InputFiles::readable(candidate)) return candidate;
     }
     return std::string();
 }
@@ -130,7 +130,12 @@ ItemTable Parser::parse_imported_file(const std::string& name, const std::string
     // Each imported file is parsed one level deeper on the stack.
     if (import_chain_->size() > max_import_depth) fatal(messages::nesting_too_deep);
     if (++*imports_converted_ > max_imports) fatal(messages::nesting_too_deep);
-    std::optional<std::string> text = files_.read(path);
+    std::optional<std::string> text;
+    try {
+        text = files_.read(path);
+    } catch (const FileTooLarge& e) {
+        fatal(e.what());
+    }
     if (!text) fatal(format_message(messages::import_not_found, {path}));
     Lexer lexer(Lexer::FromText{}, std::move(*text), path, diagnostics());
     Preprocessor preprocessor(lexer, include_paths_, files_, diagnostics());

@@ -2,8 +2,6 @@
 #include "text/text_utils.hpp"
 
 #include <charconv>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
 
@@ -93,14 +91,6 @@ std::string directory_of(std::string_view path) {
     const auto separator = path.find_last_of("/\\");
     if (separator == std::string_view::npos) return "./";
     return std::string(path.substr(0, separator));
-}
-
-bool file_exists(const std::string& path) {
-    // A directory opens for reading here, but not as a file anyone can read.
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error)) return false;
-    std::ifstream file(path, std::ios::binary);
-    return file.is_open();
 }
 
 std::string escape_markup(std::string_view text) {

@@ -23,8 +23,6 @@ double to_float(const std::string& text);
 
 // The path up to its last '/' or '\' (exclusive); "./" when it has neither.
 std::string directory_of(std::string_view path);
-// The path can be opened for binary reading and is not a directory.
-bool file_exists(const std::string& path);
 
 // Replaces & < > " ' by their predefined entities.
 std::string escape_markup(std::string_view text);

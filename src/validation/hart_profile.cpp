@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "files/file_names.hpp"
 #include "model/identification.hpp"
 #include "validation/identification_number.hpp"
 #include "validation/profile.hpp"
@@ -23,17 +26,22 @@ bool contains(const Table& table, Entry entry) {
     return std::ranges::find(table, entry) != std::end(table);
 }
 
+// "*.ddl" as Windows matches it: the suffix in any case.
 bool is_description_file(const std::filesystem::directory_entry& entry) {
     std::error_code error;
     const std::string name = entry.path().filename().string();
-    return name.ends_with(".ddl") && !entry.is_directory(error);
+    return name.size() >= 4 && equal_ignoring_case(std::string_view(name).substr(name.size() - 4), ".ddl") &&
+           !entry.is_directory(error);
 }
 
 // The first *.ddl in `directory` by name; empty when there is none or the directory cannot
-// be read. Listings come in no defined order, so the smallest name is taken.
+// be read. Listings come in no defined order, so the smallest name is taken. The directory
+// is looked up as on Windows when it does not exist as written.
 std::string first_description_file(const std::string& directory) {
+    const std::optional<std::string> found = find_file_name(directory);
+    if (!found) return {};
     std::error_code error;
-    std::filesystem::directory_iterator it(directory, error);
+    std::filesystem::directory_iterator it(*found, error);
     std::vector<std::string> names;
     for (const std::filesystem::directory_iterator end; !error && it != end; it.increment(error)) {
         if (is_description_file(*it)) names.push_back(it->path().filename().string());

@@ -1,0 +1,1 @@
+VARIABLE v { TYPE INTEGER; }

@@ -1,0 +1,1 @@
+#define TABLE_LABEL "Table"

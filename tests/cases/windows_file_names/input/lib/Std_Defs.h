@@ -1,0 +1,4 @@
+#ifndef STD_DEFS_H
+#define STD_DEFS_H
+VARIABLE table { LABEL TABLE_LABEL; TYPE INTEGER; }
+#endif

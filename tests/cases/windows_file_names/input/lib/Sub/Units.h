@@ -1,0 +1,2 @@
+#line 1
+VARIABLE unit { TYPE INTEGER; }

@@ -1,0 +1,62 @@
+#!/usr/bin/env bash
+# The editor integrations in contrib/ read the program's real diagnostics: every line shape
+# (parser, preprocessor, lexer, imported duplicate, LIKE), in a directory whose name has a
+# blank and parentheses, goes to the right file, line, severity and message in vim's
+# quickfix list (contrib/vim) and through VS Code's problem matcher, whose regular
+# expression runs here in node, VS Code's own engine. Exits 77 (skipped) without vim or node.
+#
+#   editor_formats_test.sh <program> <repository>
+set -euo pipefail
+
+program=$(realpath "$1")
+repo=$(realpath "$2")
+command -v vim >/dev/null && vim --version | grep -q '+quickfix' || { echo "vim with +quickfix not found"; exit 77; }
+command -v node >/dev/null || { echo "node not found"; exit 77; }
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cd "$scratch"
+
+mkdir "dir (a)"
+cat >"dir (a)/main.ddl" <<'DDL'
+MANUFACTURER 1, DEVICE_TYPE 2, DEVICE_REVISION 1, DD_REVISION 1
+#line 7
+VARIABLE v { TYPE INTEGER; }
+IMPORT "lib.ddl" { EVERYTHING; }
+x LIKE VARIABLE missing { }
+#include "none.h"
+MENU m { HANDLING READ; LABEL "m"; ITEMS { v } }
+VARIABLE w { TYPE INTEGER; } \ trailing
+DDL
+printf 'MANUFACTURER 1, DEVICE_TYPE 2, DEVICE_REVISION 1, DD_REVISION 1\n\nVARIABLE v { TYPE INTEGER; }\n' >"dir (a)/lib.ddl"
+"$program" "dir (a)/main.ddl" -o out.xml -c >/dev/null 2>diagnostics.txt || true
+# The parser's information shape, which no message uses at present.
+echo "dir (a)/main.ddl(1): information: note" >>diagnostics.txt
+
+cat >expected.txt <<'EXPECTED'
+dir (a)/main.ddl|2|w|Preprocessor directive 'line' is not implmented.
+dir (a)/lib.ddl|3|e|Duplicate definition of object v. Obejct was previusly defined at dir (a)/main.ddl(3). 
+dir (a)/main.ddl|6|e|Could not find or read include file none.h.
+dir (a)/main.ddl|7|e|HANDLING is not allowd on object of type MENU
+dir (a)/main.ddl|8|e|Trailing '\'.
+dir (a)/main.ddl|5|e|missing is not defined but is referenced in x LIKE 
+dir (a)/main.ddl|1|i|note
+EXPECTED
+
+vim -u NONE -i NONE -N -es --cmd "set runtimepath^=$repo/contrib/vim" -c 'compiler tarnwick' \
+    -c 'cgetfile diagnostics.txt' \
+    -c 'call writefile(map(filter(getqflist(), "v:val.valid"), {_, e -> join([bufname(e.bufnr), e.lnum, tolower(e.type), e.text], "|")}), "vim.txt")' \
+    -c 'qa!'
+node -e '
+    const fs = require("fs");
+    const pattern = JSON.parse(fs.readFileSync(process.argv[1], "utf8")).tasks[0].problemMatcher.pattern;
+    const expression = new RegExp(pattern.regexp);
+    for (const line of fs.readFileSync(process.argv[2], "utf8").split("\n")) {
+        const m = expression.exec(line);
+        if (m) console.log([m[pattern.file], m[pattern.line], m[pattern.severity][0].toLowerCase(), m[pattern.message]].join("|"));
+    }' "$repo/contrib/vscode/tasks.json" diagnostics.txt >vscode.txt
+
+failed=0
+for editor in vim vscode; do
+    diff -u --label expected --label "$editor" expected.txt "$editor.txt" || failed=1
+done
+exit $failed
