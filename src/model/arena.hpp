@@ -1,15 +1,17 @@
 // The memory of one description: its values, their texts and their lists are carved from
-// large blocks, which all go together with the description. Nothing made here is
+// large chunks, which all go together with the description. Nothing made here is
 // destroyed on its own, so what lives here owns no memory of its own: texts are views
 // into the arena and lists are std::pmr containers on it.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory_resource>
 #include <new>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace edd {
 
@@ -21,22 +23,49 @@ inline std::string_view copy_text(std::pmr::memory_resource& resource, std::stri
     return {bytes, text.size()};
 }
 
-class Arena {
+class Arena final : public std::pmr::memory_resource {
 public:
     Arena() = default;
     Arena(const Arena&) = delete;
     Arena& operator=(const Arena&) = delete;
+    ~Arena() override;
 
     // A new T, its constructor given this arena first (values copy their texts into it).
     template <class T, class... Args>
     T* make(Args&&... args) {
-        return ::new (resource_.allocate(sizeof(T), alignof(T))) T(*this, std::forward<Args>(args)...);
+        return ::new (take(sizeof(T), alignof(T))) T(*this, std::forward<Args>(args)...);
     }
-    std::string_view copy(std::string_view text) { return copy_text(resource_, text); }
-    std::pmr::memory_resource* resource() { return &resource_; }
+    std::string_view copy(std::string_view text) {
+        if (text.empty()) return {};
+        char* bytes = static_cast<char*>(take(text.size(), 1));
+        std::memcpy(bytes, text.data(), text.size());
+        return {bytes, text.size()};
+    }
+    // For the lists: they allocate from the arena and never give anything back.
+    std::pmr::memory_resource* resource() { return this; }
 
 private:
-    std::pmr::monotonic_buffer_resource resource_{std::size_t{1} << 16};
+    // The next `bytes` of the current chunk, or of a new one.
+    void* take(std::size_t bytes, std::size_t alignment) {
+        const std::uintptr_t at = (next_ + alignment - 1) & ~(alignment - 1);
+        if (at < next_ || at > end_ || bytes > end_ - at) return take_new_chunk(bytes, alignment);
+        next_ = at + bytes;
+        return reinterpret_cast<void*>(at);
+    }
+    void* take_new_chunk(std::size_t bytes, std::size_t alignment);
+
+    void* do_allocate(std::size_t bytes, std::size_t alignment) override { return take(bytes, alignment); }
+    void do_deallocate(void*, std::size_t, std::size_t) override {}
+    bool do_is_equal(const std::pmr::memory_resource& other) const noexcept override { return this == &other; }
+
+    struct Chunk {
+        void* memory;
+        std::size_t size;
+    };
+    std::vector<Chunk> chunks_;
+    std::uintptr_t next_ = 0;
+    std::uintptr_t end_ = 0;
+    std::size_t next_chunk_size_ = std::size_t{64} << 10;
 };
 
 }  // namespace edd
