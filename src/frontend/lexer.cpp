@@ -38,26 +38,25 @@ void Lexer::start() {
         if (peek() == mark_byte) ++cursor_;
 }
 
-Token Lexer::next_token() {
+void Lexer::read(Token& token) {
     for (;;) {
-        if (cursor_ == end_) return make(END_OF_FILE, cursor_);
+        if (cursor_ == end_) return make(token, END_OF_FILE, cursor_);
         const char* start = cursor_++;
         switch (*start) {
         case '\t': case '\v': case '\r': case ' ':
             if (blank_runs_)
                 while (chars::is_byte(*cursor_, chars::BLANK)) ++cursor_;
-            return make(WHITESPACE, start);
-        case '\n': {
-            Token token = make(NEWLINE, start);
+            return make(token, WHITESPACE, start);
+        case '\n':
+            make(token, NEWLINE, start);
             ++line_;
-            return token;
-        }
+            return;
         case '(': case ')': case ',': case ':': case ';': case '?': case '[': case ']': case '{': case '}':
-            return make(static_cast<unsigned char>(*start), start);
+            return make(token, static_cast<unsigned char>(*start), start);
         case '!': case '#': case '%': case '&': case '*': case '+': case '-': case '.': case '/':
         case '<': case '=': case '>': case '^': case '|': case '~':
-            return lex_operator(start);
-        case '"': return lex_string(start);
+            return lex_operator(token, start);
+        case '"': return lex_string(token, start);
         case '\\':
             if (*cursor_ == '\r' || *cursor_ == '\n') {
                 ++line_;
@@ -68,9 +67,9 @@ Token Lexer::next_token() {
             }
             continue;
         default:
-            if (chars::is_byte(*start, chars::DIGIT)) return lex_number(start);
-            if (chars::is_byte(*start, chars::IDENT_START)) return lex_word(start);
-            return make(UNDEFINED, start);
+            if (chars::is_byte(*start, chars::DIGIT)) return lex_number(token, start);
+            if (chars::is_byte(*start, chars::IDENT_START)) return lex_word(token, start);
+            return make(token, UNDEFINED, start);
         }
     }
 }
@@ -84,22 +83,22 @@ void Lexer::skip_after_backslash() {
     cursor_ = stop;
 }
 
-Token Lexer::lex_operator(const char* start) {
-    if (*start == '.' && chars::is_byte(*cursor_, chars::DIGIT)) return lex_float(start, false);
-    if (*start == '/' && *cursor_ == '*') return lex_block_comment(start);
-    if (*start == '/' && *cursor_ == '/') return lex_line_comment(start);
+void Lexer::lex_operator(Token& token, const char* start) {
+    if (*start == '.' && chars::is_byte(*cursor_, chars::DIGIT)) return lex_float(token, start, false);
+    if (*start == '/' && *cursor_ == '*') return lex_block_comment(token, start);
+    if (*start == '/' && *cursor_ == '/') return lex_line_comment(token, start);
     if (*start == '#' && *cursor_ == '#') {
         ++cursor_;
-        return make(PREPROCESSOR_PASTE, start);
+        return make(token, PREPROCESSOR_PASTE, start);
     }
     // Longest match; every operator character is a punctuator on its own.
     const std::size_t available = static_cast<std::size_t>(end_ - start);
     const auto punctuator = *match_punctuator(std::string_view(start, std::min<std::size_t>(available, 3)));
     cursor_ = start + punctuator.spelling.size();
-    return make(punctuator.kind, start);
+    return make(token, punctuator.kind, start);
 }
 
-Token Lexer::lex_block_comment(const char* start) {
+void Lexer::lex_block_comment(Token& token, const char* start) {
     const int start_line = line_;
     ++cursor_;  // the '*' of the opener cannot also close the comment
     while (cursor_ != end_) {
@@ -111,59 +110,59 @@ Token Lexer::lex_block_comment(const char* start) {
             break;
         }
     }
-    return Token(COMMENT, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, start_line);
+    return set(token, COMMENT, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, start_line);
 }
 
-Token Lexer::lex_line_comment(const char* start) {
+void Lexer::lex_line_comment(Token& token, const char* start) {
     const void* line_feed = std::memchr(cursor_, '\n', static_cast<std::size_t>(end_ - cursor_));
     cursor_ = line_feed == nullptr ? end_ : static_cast<const char*>(line_feed);
-    return make(COMMENT, start);
+    return make(token, COMMENT, start);
 }
 
 // No escape is decoded: a backslash and the character after it are kept as they stand.
 // Line feeds inside the string are not counted.
-Token Lexer::lex_string(const char* start) {
+void Lexer::lex_string(Token& token, const char* start) {
     const char* text = start + 1;
     for (;;) {
         if (cursor_ == end_) break;
         const char c = *cursor_++;
         if (c == '"') {
             const auto length = static_cast<std::size_t>(cursor_ - 1 - text);
-            return Token(STRING, std::string_view(text, length), file_, line_);
+            return set(token, STRING, std::string_view(text, length), file_, line_);
         }
         if (c == '\\' && cursor_ != end_) ++cursor_;
     }
-    return Token(STRING, std::string_view(text, static_cast<std::size_t>(cursor_ - text)), file_, line_);
+    return set(token, STRING, std::string_view(text, static_cast<std::size_t>(cursor_ - text)), file_, line_);
 }
 
 void Lexer::take_integer_suffix() {
     for (int i = 0; i < 2 && chars::is_byte(*cursor_, chars::INT_SUFFIX); ++i) ++cursor_;
 }
 
-Token Lexer::lex_number(const char* start) {
+void Lexer::lex_number(Token& token, const char* start) {
     if (*start == '0') {
         const char next = *cursor_;
         std::uint8_t digits = 0;
-        if (next == '.') return lex_float(start, true);
+        if (next == '.') return lex_float(token, start, true);
         if (chars::is_byte(next, chars::OCTAL) && next != '0') digits = chars::OCTAL;
         if (next == 'x' || next == 'X') digits = chars::HEX;
         if (next == 'b' || next == 'B') digits = chars::DIGIT;  // narrowed to 0 and 1 below
-        if (digits == 0) return make(INTEGER, start);
+        if (digits == 0) return make(token, INTEGER, start);
         if (digits != chars::OCTAL) ++cursor_;
         const bool binary = digits == chars::DIGIT;
         while (binary ? (*cursor_ == '0' || *cursor_ == '1') : chars::is_byte(*cursor_, digits)) ++cursor_;
         take_integer_suffix();
-        return make(INTEGER, start);
+        return make(token, INTEGER, start);
     }
     while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
-    if (*cursor_ == '.' || *cursor_ == 'e' || *cursor_ == 'E') return lex_float(start, true);
+    if (*cursor_ == '.' || *cursor_ == 'e' || *cursor_ == 'E') return lex_float(token, start, true);
     take_integer_suffix();
-    return make(INTEGER, start);
+    return make(token, INTEGER, start);
 }
 
 // Entered after the integer part, or after a '.' that starts the literal. The text always
 // gets its '.', so 2e3 reads as "2.e3".
-Token Lexer::lex_float(const char* start, bool has_integer_part) {
+void Lexer::lex_float(Token& token, const char* start, bool has_integer_part) {
     bool dot = !has_integer_part;
     if (has_integer_part && *cursor_ == '.') {
         ++cursor_;
@@ -172,7 +171,7 @@ Token Lexer::lex_float(const char* start, bool has_integer_part) {
     const char* fraction = cursor_;
     if (dot)
         while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
-    if (!has_integer_part && cursor_ == fraction) return Token(ERROR, messages::malformed_float, file_, line_);
+    if (!has_integer_part && cursor_ == fraction) return set(token, ERROR, messages::malformed_float, file_, line_);
     const char* rest = cursor_;
     if (*cursor_ == 'e' || *cursor_ == 'E') {
         ++cursor_;
@@ -180,17 +179,17 @@ Token Lexer::lex_float(const char* start, bool has_integer_part) {
         while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
     }
     if (chars::is_byte(*cursor_, chars::FLOAT_SUFFIX)) ++cursor_;
-    if (dot) return make(FLOAT, start);
+    if (dot) return make(token, FLOAT, start);
     // No '.' in the source: the text gets one, so it is made for the token.
     std::string text(start, rest);
     text += '.';
     text.append(rest, cursor_);
-    return Token(FLOAT, made_texts_->keep(std::move(text)), file_, line_);
+    return set(token, FLOAT, made_texts_->keep(std::move(text)), file_, line_);
 }
 
-Token Lexer::lex_word(const char* start) {
+void Lexer::lex_word(Token& token, const char* start) {
     while (chars::is_byte(*cursor_, chars::IDENT_PART)) ++cursor_;
-    return make(classify_word(std::string_view(start, cursor_)), start);
+    return make(token, classify_word(std::string_view(start, cursor_)), start);
 }
 
 }  // namespace edd

@@ -25,7 +25,14 @@ public:
           std::shared_ptr<TextStore> made_texts);
     static Lexer from_text(std::string text, std::string_view file_name, Diagnostics& diagnostics);
 
-    Token next_token() override;
+    Token next_token() override {
+        Token token;
+        read(token);
+        return token;
+    }
+    // The same, written into `token`: a token built in place and read field by field is
+    // never copied whole right after its fields were stored, which stalls the processor.
+    void read(Token& token);
     // Off: every blank character is a WHITESPACE token of its own. On: a run of blanks is
     // one token (the preprocessor reads its lexers so).
     void set_blank_runs(bool on) { blank_runs_ = on; }
@@ -39,17 +46,20 @@ private:
         return static_cast<std::size_t>(end_ - cursor_) > ahead ? static_cast<unsigned char>(cursor_[ahead]) : -1;
     }
     // The token whose text runs from `start` to the cursor: a view into the source.
-    Token make(std::uint32_t kind, const char* start) const {
-        return Token(kind, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, line_);
+    void make(Token& token, std::uint32_t kind, const char* start) const {
+        token = Token(kind, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, line_);
+    }
+    static void set(Token& token, std::uint32_t kind, std::string_view text, FileIndex file, int line) {
+        token = Token(kind, text, file, line);
     }
 
-    Token lex_operator(const char* start);
-    Token lex_block_comment(const char* start);
-    Token lex_line_comment(const char* start);
-    Token lex_string(const char* start);
-    Token lex_number(const char* start);
-    Token lex_float(const char* start, bool has_integer_part);
-    Token lex_word(const char* start);
+    void lex_operator(Token& token, const char* start);
+    void lex_block_comment(Token& token, const char* start);
+    void lex_line_comment(Token& token, const char* start);
+    void lex_string(Token& token, const char* start);
+    void lex_number(Token& token, const char* start);
+    void lex_float(Token& token, const char* start, bool has_integer_part);
+    void lex_word(Token& token, const char* start);
     void take_integer_suffix();
     void skip_after_backslash();
 

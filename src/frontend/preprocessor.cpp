@@ -60,9 +60,10 @@ Preprocessor::Preprocessor(Lexer& main, std::vector<std::string> include_paths, 
 
 Preprocessor::~Preprocessor() = default;
 
-Token Preprocessor::deliver_reported(bool significant) {
+void Preprocessor::deliver_reported(bool significant, Token& token) {
     try {
-        return deliver(significant);
+        deliver(significant, token);
+        return;
     } catch (const PreprocessorError&) {
     } catch (const FileTooLarge& e) {  // an include that never ends
         error(e.what());
@@ -74,21 +75,24 @@ Token Preprocessor::deliver_reported(bool significant) {
     } catch (...) {
         error(messages::preprocessor_failure);
     }
-    return Token(ERROR, messages::preprocessor_error_token, current_file_, current_line_);
+    token = Token(ERROR, messages::preprocessor_error_token, current_file_, current_line_);
 }
 
 // Blanks are neither directives nor macro names, so skipping them first changes nothing else.
-Token Preprocessor::deliver(bool significant) {
+void Preprocessor::deliver(bool significant, Token& token) {
     for (;;) {
-        Token token = take_raw();
+        take_raw(token);
         if (significant && is_blank(token)) continue;
         if (token.is(PREPROCESSOR_SWITCH)) {
             // An empty directive gives its line end.
-            if (auto result = handle_directive(); result && !(significant && is_blank(*result))) return *result;
+            if (auto result = handle_directive(); result && !(significant && is_blank(*result))) {
+                token = *result;
+                return;
+            }
             continue;
         }
         if (token.is(IDENTIFIER) && expand(token, true)) continue;
-        return token;
+        return;
     }
 }
 
@@ -129,36 +133,32 @@ const Token* Preprocessor::Frame::peek(bool skip_blanks) const {
 }
 
 // Reading goes on in the file that included the one ended.
-Token Preprocessor::leave_include() {
-    Token token;
+void Preprocessor::leave_include(Token& token) {
     do {
         includes_.pop_back();
         reading_ = includes_.empty() ? &main_ : includes_.back().get();
-        token = reading_->next_token();
+        reading_->read(token);
     } while (token.is(END_OF_FILE) && !includes_.empty());
-    return token;
 }
 
-Token Preprocessor::take_pending() {
+void Preprocessor::take_pending(Token& token) {
     while (!frames_.empty()) {
         Frame& frame = frames_.back();
         if (frame.next != frame.end || frame.enter_next_span()) {
-            const Token token = *frame.next++;
+            token = *frame.next++;
             take_position(token);
-            return token;
+            return;
         }
         if (!frame.macro.empty()) active_.erase(frame.macro);
         frames_.pop_back();
     }
-    Token token;
     if (lookahead_.empty()) {
-        token = fetch();
+        fetch(token);
     } else {
         token = lookahead_.front();
         lookahead_.pop_front();
     }
     take_position(token);
-    return token;
 }
 
 Token Preprocessor::take_raw_word() {

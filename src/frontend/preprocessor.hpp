@@ -32,8 +32,12 @@ public:
     Preprocessor(Lexer& main, std::vector<std::string> include_paths, InputFiles& files, Diagnostics& diagnostics);
     ~Preprocessor() override;
 
-    Token next_token() override { return deliver_reported(false); }
-    Token next_significant_token() override { return deliver_reported(true); }
+    Token next_token() override {
+        Token token;
+        deliver_reported(false, token);
+        return token;
+    }
+    void read_significant(Token& token) override { deliver_reported(true, token); }
     int current_line() const override { return current_line_; }
 
     // Guards against input that would otherwise exhaust memory or time.
@@ -69,8 +73,8 @@ private:
         std::string_view macro;
     };
 
-    Token deliver_reported(bool significant);
-    Token deliver(bool significant);
+    void deliver_reported(bool significant, Token& token);
+    void deliver(bool significant, Token& token);
     std::optional<Token> handle_directive();
     void define_macro();
     std::vector<std::string> read_parameters();
@@ -92,26 +96,36 @@ private:
 
     class NestingGuard;
 
-    // The next token of the lexers, counted for the budgets.
-    Token fetch() {
-        Token token = reading_->next_token();
-        if (token.is(END_OF_FILE) && !includes_.empty()) token = leave_include();
+    // The next token of the lexers, counted for the budgets. Tokens on the way to the
+    // parser are written in place, never copied whole (see Lexer::read).
+    void fetch(Token& token) {
+        reading_->read(token);
+        if (token.is(END_OF_FILE) && !includes_.empty()) leave_include(token);
         const std::size_t count = token_count(token);
         source_tokens_ += count;
         expansion_budget_ += expansion_tokens_per_source_token * count;
+    }
+    Token fetch() {
+        Token token;
+        fetch(token);
         return token;
     }
-    Token leave_include();
+    void leave_include(Token& token);
     // The next token, from the frames, the tokens looked at ahead or the lexers.
-    Token take_raw() {
+    void take_raw(Token& token) {
         if (frames_.empty() && lookahead_.empty()) {  // most tokens: straight from the lexer
-            Token token = fetch();
+            fetch(token);
             take_position(token);
-            return token;
+            return;
         }
-        return take_pending();
+        take_pending(token);
     }
-    Token take_pending();
+    Token take_raw() {
+        Token token;
+        take_raw(token);
+        return token;
+    }
+    void take_pending(Token& token);
     Token take_raw_word();
     const Token& peek_raw(bool skip_blanks);
     void skip_rest_of_line(const Token& last);

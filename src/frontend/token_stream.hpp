@@ -11,12 +11,11 @@ public:
     virtual ~TokenStream() = default;
     // The next token; END_OF_FILE at the end of the input, and again on every later call.
     virtual Token next_token() = 0;
-    // The next token that is no blank, line end or comment, which a parser skips; a stream
-    // may skip them more cheaply than one call each.
-    virtual Token next_significant_token() {
-        Token token = next_token();
+    // The next token that is no blank, line end or comment (which a parser skips), written
+    // into `token`; a stream may skip them more cheaply than one call each.
+    virtual void read_significant(Token& token) {
+        token = next_token();
         while (token.is(WHITESPACE) || token.is(NEWLINE) || token.is(COMMENT)) token = next_token();
-        return token;
     }
     virtual int current_line() const = 0;
 

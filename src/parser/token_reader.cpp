@@ -12,25 +12,25 @@ TokenReader::TokenReader(TokenStream& source, Diagnostics& diagnostics) : source
 }
 
 void TokenReader::advance() {
-    Token token = source_.next_significant_token();
+    peek_slot_ ^= 1;
+    Token& token = slots_[peek_slot_];
+    source_.read_significant(token);
     while (token.is(ERROR)) {
         diagnostics_.count_error();
-        token = source_.next_significant_token();
+        source_.read_significant(token);
     }
-    consumed_ = peek_;
-    peek_ = token;
 }
 
 void TokenReader::error(std::string_view message) {
-    diagnostics_.report(Severity::error, consumed_.file_name(), consumed_.line(), message);
+    diagnostics_.report(Severity::error, consumed().file_name(), consumed().line(), message);
 }
 
 void TokenReader::warning(std::string_view message) {
-    diagnostics_.report(Severity::warning, consumed_.file_name(), consumed_.line(), message);
+    diagnostics_.report(Severity::warning, consumed().file_name(), consumed().line(), message);
 }
 
 void TokenReader::information(std::string_view message) {
-    diagnostics_.report(Severity::information, consumed_.file_name(), consumed_.line(), message);
+    diagnostics_.report(Severity::information, consumed().file_name(), consumed().line(), message);
 }
 
 void TokenReader::fatal(std::string_view message) {
@@ -39,7 +39,7 @@ void TokenReader::fatal(std::string_view message) {
 }
 
 void TokenReader::fatal_at_consumed(std::string_view message, std::string_view expected) {
-    fatal(format_message(message, {consumed_.text(), to_string(consumed_), expected}));
+    fatal(format_message(message, {consumed().text(), to_string(consumed()), expected}));
 }
 
 TokenReader::DepthGuard::DepthGuard(TokenReader& reader) : reader_(reader) {
@@ -49,18 +49,18 @@ TokenReader::DepthGuard::DepthGuard(TokenReader& reader) : reader_(reader) {
 
 void TokenReader::expect(std::string_view text) {
     advance();
-    if (consumed_.text() != text) fatal_at_consumed(messages::expected_text, text);
+    if (consumed().text() != text) fatal_at_consumed(messages::expected_text, text);
 }
 
 std::string_view TokenReader::expect_kind(std::uint32_t kind, std::string_view message) {
     advance();
-    if (!consumed_.is(kind)) fatal_at_consumed(message);
-    return consumed_.text();
+    if (!consumed().is(kind)) fatal_at_consumed(message);
+    return consumed().text();
 }
 
 std::string_view TokenReader::expect_one_of(const WordSet& words) {
     advance();
-    if (!words.contains(consumed_.text())) {
+    if (!words.contains(consumed().text())) {
         std::string list;
         for (const std::string& word : words) {
             if (!list.empty()) list += ", ";
@@ -68,30 +68,30 @@ std::string_view TokenReader::expect_one_of(const WordSet& words) {
         }
         fatal_at_consumed(messages::expected_keywords, list);
     }
-    return consumed_.text();
+    return consumed().text();
 }
 
 std::uint64_t TokenReader::read_integer() {
     advance();
-    if (!consumed_.is(INTEGER)) {
+    if (!consumed().is(INTEGER)) {
         error(messages::expected_integer);
         return 0;
     }
-    return to_integer(consumed_.text());
+    return to_integer(consumed().text());
 }
 
 std::string_view TokenReader::read_identifier(bool warn) {
     advance();
     std::string_view warning_message;
-    switch (consumed_.kind()) {
-    case IDENTIFIER: return consumed_.text();
+    switch (consumed().kind()) {
+    case IDENTIFIER: return consumed().text();
     case EDDL_KEYWORD: warning_message = messages::reserved_eddl_keyword; break;
     case METHOD_KEYWORD: warning_message = messages::reserved_method_keyword; break;
     case RESERVED_WORD: warning_message = messages::reserved_keyword; break;
-    default: error(format_message(messages::expected_identifier_but_got, {consumed_.text()})); return {};
+    default: error(format_message(messages::expected_identifier_but_got, {consumed().text()})); return {};
     }
-    if (warn) warning(format_message(warning_message, {consumed_.text()}));
-    return consumed_.text();
+    if (warn) warning(format_message(warning_message, {consumed().text()}));
+    return consumed().text();
 }
 
 }  // namespace edd

@@ -33,9 +33,9 @@ protected:
     using WordSet = std::set<std::string, std::less<>>;
 
     // The next token, not yet consumed.
-    const Token& peek() const { return peek_; }
+    const Token& peek() const { return slots_[peek_slot_]; }
     // The token consumed last.
-    const Token& consumed() const { return consumed_; }
+    const Token& consumed() const { return slots_[peek_slot_ ^ 1]; }
     Diagnostics& diagnostics() const { return diagnostics_; }
 
     // Consumes one significant token; blanks, line ends, comments and ERROR tokens are
@@ -43,9 +43,9 @@ protected:
     void advance();
 
     // A string literal never counts as the word or punctuator it happens to spell.
-    bool at(std::string_view text) const { return peek_.text() == text && !peek_.is(STRING); }
-    bool at_kind(std::uint32_t kind) const { return peek_.is(kind); }
-    bool at_end() const { return peek_.is(END_OF_FILE) && peek_.text().empty(); }
+    bool at(std::string_view text) const { return peek().text() == text && !peek().is(STRING); }
+    bool at_kind(std::uint32_t kind) const { return peek().is(kind); }
+    bool at_end() const { return peek().is(END_OF_FILE) && peek().text().empty(); }
     bool accept(std::string_view text) {
         if (!at(text)) return false;
         advance();
@@ -87,8 +87,10 @@ protected:
     static constexpr int max_depth = 1000;
 
 private:
-    Token consumed_;
-    Token peek_;
+    // The consumed token and the one under examination; advancing swaps their roles and
+    // reads the next token straight into the slot freed.
+    Token slots_[2];
+    unsigned peek_slot_ = 0;
     TokenStream& source_;
     Diagnostics& diagnostics_;
     int depth_ = 0;
