@@ -108,6 +108,16 @@ constexpr auto word_table = [] {
     return table;
 }();
 
+// A bit per first byte and length (lengths from 63 share one): most identifiers are ruled
+// out by it before a hash is computed.
+constexpr auto word_shapes = [] {
+    std::array<std::uint64_t, 256> shapes{};
+    for (const ClassifiedWord& entry : word_table)
+        if (!entry.word.empty())
+            shapes[static_cast<unsigned char>(entry.word[0])] |= std::uint64_t{1} << std::min<std::size_t>(entry.word.size(), 63);
+    return shapes;
+}();
+
 }  // namespace
 
 bool is_eddl_keyword(std::string_view word) { return contains(eddl_keywords, word); }
@@ -116,6 +126,8 @@ bool is_reserved_word(std::string_view word) { return contains(reserved_words, w
 
 TokenKind classify_word(std::string_view word) {
     if (word.empty()) return IDENTIFIER;
+    if (!((word_shapes[static_cast<unsigned char>(word[0])] >> std::min<std::size_t>(word.size(), 63)) & 1))
+        return IDENTIFIER;
     for (std::size_t i = word_slot(word);; i = (i + 1) & (word_table_size - 1)) {
         if (word_table[i].word == word) return word_table[i].kind;
         if (word_table[i].word.empty()) return IDENTIFIER;

@@ -27,10 +27,31 @@ constexpr BinaryOperator binary_operators[] = {
 };
 constexpr int loosest_binary_level = 3;
 
-std::optional<int> binary_level(const Token& token) {
+constexpr std::string_view assignment_operators[] = {"=", "+=", "-=", "*=", "/=", "%=", "<<=", ">>=", "&=", "^=", "|="};
+constexpr std::string_view prefix_operators[] = {"~", "!", "+", "-", "++", "--"};
+constexpr std::string_view postfix_operators[] = {"++", "--"};
+
+// After every operand the parser asks whether an operator follows, and mostly none does: a
+// table of the bytes that start some operator answers most questions without comparing.
+constexpr auto operator_starts = [] {
+    std::array<bool, 256> starts{};
+    for (const BinaryOperator& op : binary_operators) starts[static_cast<unsigned char>(op.spelling[0])] = true;
+    for (std::string_view spelling : assignment_operators) starts[static_cast<unsigned char>(spelling[0])] = true;
+    for (std::string_view spelling : prefix_operators) starts[static_cast<unsigned char>(spelling[0])] = true;
+    for (std::string_view spelling : postfix_operators) starts[static_cast<unsigned char>(spelling[0])] = true;
+    return starts;
+}();
+
+bool may_be_operator(const Token& token) {
     const std::string_view text = token.text();
-    // Every spelling is one or two characters; most tokens are ruled out by their length.
-    if (token.is(STRING) || token.is(IDENTIFIER) || text.empty() || text.size() > 2) return std::nullopt;
+    return !text.empty() && operator_starts[static_cast<unsigned char>(text[0])] && !token.is(STRING) &&
+           !token.is(IDENTIFIER);
+}
+
+std::optional<int> binary_level(const Token& token) {
+    // Every spelling is one or two characters.
+    if (!may_be_operator(token) || token.text().size() > 2) return std::nullopt;
+    const std::string_view text = token.text();
     for (const BinaryOperator& op : binary_operators)
         if (op.spelling[0] == text[0] && op.spelling == text) return op.level;
     return std::nullopt;
@@ -38,16 +59,12 @@ std::optional<int> binary_level(const Token& token) {
 
 template <std::size_t N>
 bool is_one_of(const Token& token, const std::string_view (&spellings)[N]) {
+    if (!may_be_operator(token)) return false;
     const std::string_view text = token.text();
-    if (token.is(STRING) || token.is(IDENTIFIER) || text.empty()) return false;
     for (std::string_view spelling : spellings)
         if (spelling[0] == text[0] && spelling == text) return true;
     return false;
 }
-
-constexpr std::string_view assignment_operators[] = {"=", "+=", "-=", "*=", "/=", "%=", "<<=", ">>=", "&=", "^=", "|="};
-constexpr std::string_view prefix_operators[] = {"~", "!", "+", "-", "++", "--"};
-constexpr std::string_view postfix_operators[] = {"++", "--"};
 
 }  // namespace
 
