@@ -124,14 +124,28 @@ bool is_eddl_keyword(std::string_view word) { return contains(eddl_keywords, wor
 bool is_method_keyword(std::string_view word) { return contains(method_keywords, word); }
 bool is_reserved_word(std::string_view word) { return contains(reserved_words, word); }
 
-TokenKind classify_word(std::string_view word) {
-    if (word.empty()) return IDENTIFIER;
+namespace {
+
+const ClassifiedWord* find_word(std::string_view word) {
+    if (word.empty()) return nullptr;
     if (!((word_shapes[static_cast<unsigned char>(word[0])] >> std::min<std::size_t>(word.size(), 63)) & 1))
-        return IDENTIFIER;
+        return nullptr;
     for (std::size_t i = word_slot(word);; i = (i + 1) & (word_table_size - 1)) {
-        if (word_table[i].word == word) return word_table[i].kind;
-        if (word_table[i].word.empty()) return IDENTIFIER;
+        if (word_table[i].word == word) return &word_table[i];
+        if (word_table[i].word.empty()) return nullptr;
     }
+}
+
+}  // namespace
+
+TokenKind classify_word(std::string_view word) {
+    const ClassifiedWord* found = find_word(word);
+    return found != nullptr ? found->kind : IDENTIFIER;
+}
+
+std::string_view keyword_spelling(std::string_view word) {
+    const ClassifiedWord* found = find_word(word);
+    return found != nullptr ? found->word : std::string_view();
 }
 
 }  // namespace edd

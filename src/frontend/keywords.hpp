@@ -15,4 +15,8 @@ bool is_reserved_word(std::string_view word);
 // The kind of a word: the first set that holds it decides, else IDENTIFIER.
 TokenKind classify_word(std::string_view word);
 
+// The word as the keyword tables spell it, a text that lasts as long as the program; empty
+// when the word is in no set.
+std::string_view keyword_spelling(std::string_view word);
+
 }  // namespace edd

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "frontend/keywords.hpp"
+
 namespace edd {
 
 namespace {
@@ -11,6 +13,11 @@ namespace {
 constexpr std::size_t largest_chunk = std::size_t{4} << 20;
 
 }  // namespace
+
+std::string_view copy_word(std::pmr::memory_resource& resource, std::string_view text) {
+    const std::string_view spelling = keyword_spelling(text);
+    return spelling.empty() ? copy_text(resource, text) : spelling;
+}
 
 Arena::~Arena() {
     for (const Chunk& chunk : chunks_) ::operator delete(chunk.memory, chunk.size);

@@ -23,6 +23,10 @@ inline std::string_view copy_text(std::pmr::memory_resource& resource, std::stri
     return {bytes, text.size()};
 }
 
+// The same, unless the text is a keyword: then the keyword table's own text, which lasts as
+// long as the program (names of types and attributes and keyword values mostly are).
+std::string_view copy_word(std::pmr::memory_resource& resource, std::string_view text);
+
 class Arena final : public std::pmr::memory_resource {
 public:
     Arena() = default;
@@ -41,6 +45,7 @@ public:
         std::memcpy(bytes, text.data(), text.size());
         return {bytes, text.size()};
     }
+    std::string_view word(std::string_view text) { return copy_word(*this, text); }
     // For the lists: they allocate from the arena and never give anything back.
     std::pmr::memory_resource* resource() { return this; }
 

@@ -9,13 +9,13 @@ namespace {
 constexpr const char* not_in_list = "AttributeList: Type not in list.";
 }
 
-void AttributeList::set(std::string_view name, ValuePtr value) {
+void AttributeList::set_name(std::string_view name, ValuePtr value, bool lasting) {
     auto it = std::ranges::find(entries_, name, &Attribute::name);
     if (it != entries_.end()) {
         it->value = value;
         return;
     }
-    entries_.push_back({copy_text(*entries_.get_allocator().resource(), name), value});
+    entries_.push_back({lasting ? name : copy_word(*entries_.get_allocator().resource(), name), value});
 }
 
 const Attribute& AttributeList::get(std::string_view name) const {

@@ -26,8 +26,14 @@ public:
         entries_.reserve(expected);
     }
 
-    // Replaces the first entry of the same name in place, else appends; the name is copied.
-    void set(std::string_view name, ValuePtr value);
+    // Replaces the first entry of the same name in place, else appends; the name is copied
+    // (a keyword is shared with the keyword table).
+    void set(std::string_view name, ValuePtr value) { set_name(name, value, false); }
+    // The same for a name the program spells itself, a string literal: it is kept as it is.
+    template <std::size_t N>
+    void set(const char (&name)[N], ValuePtr value) {
+        set_name(std::string_view(name, N - 1), value, true);
+    }
     // Absent names throw std::invalid_argument.
     const Attribute& get(std::string_view name) const;
     const ValuePtr& value(std::string_view name) const { return get(name).value; }
@@ -37,6 +43,8 @@ public:
     bool empty() const { return entries_.empty(); }
 
 private:
+    void set_name(std::string_view name, ValuePtr value, bool lasting);
+
     std::pmr::vector<Attribute> entries_;
 };
 

@@ -28,6 +28,11 @@ public:
         take_keys_of(value);
         attributes_.set(name, value);
     }
+    template <std::size_t N>
+    void set(const char (&name)[N], ValuePtr value) {  // a literal: kept as it is
+        take_keys_of(value);
+        attributes_.set(name, value);
+    }
     const Attribute& get(std::string_view name) const { return attributes_.get(name); }
     const ValuePtr& value(std::string_view name) const { return attributes_.value(name); }
     void remove(std::string_view name) { attributes_.remove(name); }

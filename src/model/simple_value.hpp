@@ -11,7 +11,8 @@ namespace edd {
 
 class SimpleValue final : public Value {
 public:
-    SimpleValue(Arena& arena, ValueKind kind, std::string_view text) : Value(kind), text_(arena.copy(text)) {
+    SimpleValue(Arena& arena, ValueKind kind, std::string_view text)
+        : Value(kind), text_(kind == ValueKind::KEYWORD ? arena.word(text) : arena.copy(text)) {
         set_has_keys(kind == ValueKind::DICTIONARY_REFERENCE);
     }
 

@@ -40,7 +40,7 @@ void TypeValue::set_attribute(std::string_view name, ValuePtr value) {
         it->value = value;
         return;
     }
-    attributes_.insert(it, {copy_text(*attributes_.get_allocator().resource(), name), value});
+    attributes_.insert(it, {copy_word(*attributes_.get_allocator().resource(), name), value});
 }
 
 const ValuePtr& TypeValue::get_attribute(std::string_view name) const {

@@ -19,7 +19,7 @@ class TypeValue final : public Value {
 public:
     explicit TypeValue(Arena& arena, std::string_view name = "UNKNOWN", std::uint32_t size = 0)
         : Value(ValueKind::TYPE),
-          name_(arena.copy(name)),
+          name_(arena.word(name)),
           size_(size),
           attributes_(arena.resource()),
           values_(arena.resource()) {}

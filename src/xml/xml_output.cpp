@@ -160,9 +160,17 @@ void XmlOutput::end_start_tag() {
     start_tag_open_ = false;
 }
 
+bool XmlOutput::is_valid_name(std::string_view name) {
+    auto& slot = checked_names_[(reinterpret_cast<std::uintptr_t>(name.data()) >> 2) % checked_names_.size()];
+    if (slot.data() == name.data() && slot.size() == name.size()) return true;
+    if (!is_ascii_xml_name(name)) return false;
+    slot = name;
+    return true;
+}
+
 XmlOutput& XmlOutput::open(std::string_view name, Layout layout) {
     bool converted = false;
-    if (!is_ascii_xml_name(name)) {
+    if (!is_valid_name(name)) {
         // A name XML cannot read would make the whole document unreadable.
         std::string text = to_document_text(name);
         if (!is_xml_name(text)) throw std::logic_error(format_message(messages::invalid_element_name, {text}));

@@ -4,6 +4,7 @@
 // The caller says only what to write.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstring>
 #include <deque>
@@ -26,6 +27,9 @@ public:
 
     // The declaration and its line end.
     void declaration();
+    // Element names stay where they are until the document is written (the program's own
+    // texts and the model's): a name met at the same place before is not checked again.
+    //
     // An element on a line of its own whose children each stand on their own lines; it
     // closes on a line of its own too, even when it has no children.
     XmlOutput& open_block(std::string_view name);
@@ -62,6 +66,7 @@ private:
         buffer_[used_++] = c;
     }
     void put_slow(std::string_view bytes);
+    bool is_valid_name(std::string_view name);
     void put_escaped(std::string_view text, unsigned char context);
 
     static constexpr std::size_t capacity = std::size_t{1} << 16;
@@ -71,6 +76,8 @@ private:
     std::vector<Open> open_;
     std::deque<std::string> converted_names_;  // names the text rule changed, innermost last; they stay put
     bool start_tag_open_ = false;
+    // Names found valid as they stand, by a hash of their place.
+    std::array<std::string_view, 64> checked_names_{};
 };
 
 }  // namespace edd
