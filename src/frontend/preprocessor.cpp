@@ -60,10 +60,23 @@ Preprocessor::Preprocessor(Lexer& main, std::vector<std::string> include_paths, 
 
 Preprocessor::~Preprocessor() = default;
 
-void Preprocessor::deliver_reported(bool significant, Token& token) {
+// Blanks are neither directives nor macro names, so skipping them first changes nothing else.
+void Preprocessor::deliver(bool significant, Token& token) {
     try {
-        deliver(significant, token);
-        return;
+        for (;;) {
+            take_raw(token);
+            if (significant && is_blank(token)) continue;
+            if (token.is(PREPROCESSOR_SWITCH)) {
+                // An empty directive gives its line end.
+                if (auto result = handle_directive(); result && !(significant && is_blank(*result))) {
+                    token = *result;
+                    return;
+                }
+                continue;
+            }
+            if (token.is(IDENTIFIER) && expand(token, true)) continue;
+            return;
+        }
     } catch (const PreprocessorError&) {
     } catch (const FileTooLarge& e) {  // an include that never ends
         error(e.what());
@@ -76,24 +89,6 @@ void Preprocessor::deliver_reported(bool significant, Token& token) {
         error(messages::preprocessor_failure);
     }
     token = Token(ERROR, messages::preprocessor_error_token, current_file_, current_line_);
-}
-
-// Blanks are neither directives nor macro names, so skipping them first changes nothing else.
-void Preprocessor::deliver(bool significant, Token& token) {
-    for (;;) {
-        take_raw(token);
-        if (significant && is_blank(token)) continue;
-        if (token.is(PREPROCESSOR_SWITCH)) {
-            // An empty directive gives its line end.
-            if (auto result = handle_directive(); result && !(significant && is_blank(*result))) {
-                token = *result;
-                return;
-            }
-            continue;
-        }
-        if (token.is(IDENTIFIER) && expand(token, true)) continue;
-        return;
-    }
 }
 
 // ---- Raw reading -------------------------------------------------------------------------

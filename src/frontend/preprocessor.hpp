@@ -34,10 +34,10 @@ public:
 
     Token next_token() override {
         Token token;
-        deliver_reported(false, token);
+        deliver(false, token);
         return token;
     }
-    void read_significant(Token& token) override { deliver_reported(true, token); }
+    void read_significant(Token& token) override { deliver(true, token); }
     int current_line() const override { return current_line_; }
 
     // Guards against input that would otherwise exhaust memory or time.
@@ -73,7 +73,7 @@ private:
         std::string_view macro;
     };
 
-    void deliver_reported(bool significant, Token& token);
+    // The next token delivered, or an ERROR token after a failure was reported.
     void deliver(bool significant, Token& token);
     std::optional<Token> handle_directive();
     void define_macro();

@@ -141,17 +141,21 @@ void XmlOutput::put_escaped(std::string_view bytes, unsigned char context) {
 
 void XmlOutput::declaration() { put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"); }
 
+// Up to sixteen levels, the blanks are copied in one fixed-size piece from a run of blanks
+// longer than needed: the buffer keeps room for it, and only `count` of them are kept.
 void XmlOutput::line_break(std::size_t depth) {
+    static constexpr char blanks[] = "                                                                ";
+    constexpr std::size_t piece = sizeof blanks - 1;
     const std::size_t count = depth * indentation;
-    if (count >= capacity - used_) flush();
-    if (count >= capacity) {  // deeper than a buffer: a level at a time
-        put('\n');
-        for (std::size_t i = 0; i < depth; ++i) put(std::string_view("    ", indentation));
+    if (count <= piece) {
+        if (capacity - used_ < piece + 1) flush();
+        buffer_[used_] = '\n';
+        std::memcpy(buffer_.get() + used_ + 1, blanks, piece);
+        used_ += count + 1;
         return;
     }
-    buffer_[used_] = '\n';
-    std::memset(buffer_.get() + used_ + 1, ' ', count);
-    used_ += count + 1;
+    put('\n');
+    for (std::size_t i = 0; i < depth; ++i) put(std::string_view(blanks, indentation));
 }
 
 void XmlOutput::end_start_tag() {
