@@ -77,7 +77,7 @@ private:
     std::deque<std::string> converted_names_;  // names the text rule changed, innermost last; they stay put
     bool start_tag_open_ = false;
     // Names found valid as they stand, by a hash of their place.
-    std::array<std::string_view, 64> checked_names_{};
+    std::array<std::string_view, 256> checked_names_{};
 };
 
 }  // namespace edd
