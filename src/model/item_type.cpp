@@ -1,6 +1,8 @@
 #include "model/item_type.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <iterator>
 
 namespace edd {
@@ -22,6 +24,28 @@ constexpr std::string_view attribute_names[] = {
 };
 static_assert(std::size(attribute_names) == attribute_count);
 
+// Every attribute statement looks its name up: open addressing over a table at most a
+// quarter full, built when the program is compiled.
+constexpr std::size_t attribute_table_size = 512;
+static_assert(4 * attribute_count <= attribute_table_size);
+
+constexpr std::size_t attribute_slot(std::string_view name) {
+    std::uint32_t hash = 2166136261u;  // FNV-1a
+    for (char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+    return hash & (attribute_table_size - 1);
+}
+
+// Positions in attribute_names, plus one; zero is a free slot.
+constexpr auto attribute_table = [] {
+    std::array<std::uint16_t, attribute_table_size> table{};
+    for (std::size_t code = 0; code < attribute_count; ++code) {
+        std::size_t i = attribute_slot(attribute_names[code]);
+        while (table[i] != 0) i = (i + 1) & (attribute_table_size - 1);
+        table[i] = static_cast<std::uint16_t>(code + 1);
+    }
+    return table;
+}();
+
 }  // namespace
 
 ItemType find_item_type(std::string_view name) {
@@ -31,9 +55,11 @@ ItemType find_item_type(std::string_view name) {
 }
 
 AttributeId find_attribute(std::string_view name) {
-    auto it = std::ranges::find(attribute_names, name);
-    if (it == std::end(attribute_names)) return AttributeId::INVALID;
-    return static_cast<AttributeId>(it - std::begin(attribute_names));
+    for (std::size_t i = attribute_slot(name);; i = (i + 1) & (attribute_table_size - 1)) {
+        const std::size_t entry = attribute_table[i];
+        if (entry == 0) return AttributeId::INVALID;
+        if (attribute_names[entry - 1] == name) return static_cast<AttributeId>(entry - 1);
+    }
 }
 
 std::string_view name_of(ItemType type) {

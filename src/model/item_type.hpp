@@ -30,7 +30,7 @@ constexpr bool is_valid(AttributeId id) { return code(id) < attribute_count; }
 
 // Binary search of the sorted type names; UNKNOWN when absent.
 ItemType find_item_type(std::string_view name);
-// Linear search of the attribute names, case-sensitive; INVALID when absent.
+// The attribute of that name, case-sensitive; INVALID when absent.
 AttributeId find_attribute(std::string_view name);
 
 // The keyword of a code; empty for codes outside the table.

@@ -43,7 +43,7 @@ void Parser::parse_attribute_statement(Item& item) {
 // A value that the profile refuses is still kept; one that the item type does not define
 // is dropped. A redefinition replaces the slot even where attributes accumulate.
 void Parser::parse_attribute(Item& item, bool redefine) {
-    const std::string name(read_identifier(false));
+    const std::string_view name = read_identifier(false);
     const AttributeId id = find_attribute(name);
     if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
     ValuePtr value = parse_attribute_value(item, id);
@@ -59,7 +59,7 @@ void Parser::parse_attribute(Item& item, bool redefine) {
 
 // deletion : DELETE attribute_name ';'
 void Parser::parse_attribute_deletion(Item& item) {
-    const std::string name(read_identifier(false));
+    const std::string_view name = read_identifier(false);
     const AttributeId id = find_attribute(name);
     if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
     expect(";");
