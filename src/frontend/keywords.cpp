@@ -84,10 +84,18 @@ constexpr std::size_t word_table_size = 1024;
 static_assert(2 * (std::size(eddl_keywords) + std::size(method_keywords) + std::size(reserved_words)) <
               word_table_size);
 
+// Mixes the length and five characters of the word: every source word is classified, and
+// a hash over all its characters costs more than the collisions this one leaves.
 constexpr std::size_t word_slot(std::string_view word) {
-    std::uint32_t hash = 2166136261u;  // FNV-1a
-    for (char c : word) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
-    return hash & (word_table_size - 1);
+    const auto at = [word](std::size_t i) { return static_cast<std::uint32_t>(static_cast<unsigned char>(word[i])); };
+    const std::size_t last = word.size() - 1;
+    std::uint32_t hash = static_cast<std::uint32_t>(word.size()) * 0x9E3779B1u;
+    hash ^= at(0) * 0x85EBCA77u;
+    hash ^= at(last) * 0xC2B2AE3Du;
+    hash ^= at(last / 2) * 0x27D4EB2Fu;
+    hash ^= at(last > 0 ? 1 : 0) * 0x165667B1u;
+    hash ^= at(last > 0 ? last - 1 : 0) * 0xD3A2646Cu;
+    return (hash ^ (hash >> 15)) & (word_table_size - 1);
 }
 
 constexpr auto word_table = [] {
@@ -107,6 +115,18 @@ constexpr auto word_table = [] {
     for (std::string_view word : reserved_words) put(word, RESERVED_WORD);
     return table;
 }();
+
+// No word lies far from its slot, so a lookup compares a few words at most.
+constexpr std::size_t longest_probe = [] {
+    std::size_t longest = 0;
+    for (std::size_t i = 0; i < word_table_size; ++i) {
+        if (word_table[i].word.empty()) continue;
+        const std::size_t home = word_slot(word_table[i].word);
+        longest = std::max(longest, (i - home) & (word_table_size - 1));
+    }
+    return longest;
+}();
+static_assert(longest_probe <= 4);
 
 // A bit per first byte and length (lengths from 63 share one): most identifiers are ruled
 // out by it before a hash is computed.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <iterator>
 
 namespace edd {
@@ -27,6 +28,20 @@ static_assert(std::size(punctuators) == 47);
 static_assert(std::ranges::is_sorted(punctuators, std::ranges::greater{},
                                      [](const Punctuator& p) { return p.spelling.size(); }));
 
+// For every first byte, the punctuators that start with it, longest first (the table's order).
+struct Candidates {
+    std::array<std::uint8_t, 4> at{};
+    std::uint8_t count = 0;
+};
+constexpr auto by_first_byte = [] {
+    std::array<Candidates, 256> table{};
+    for (std::size_t i = 0; i < std::size(punctuators); ++i) {
+        Candidates& entry = table[static_cast<unsigned char>(punctuators[i].spelling[0])];
+        entry.at[entry.count++] = static_cast<std::uint8_t>(i);
+    }
+    return table;
+}();
+
 }  // namespace
 
 std::optional<TokenKind> find_punctuator(std::string_view spelling) {
@@ -37,11 +52,10 @@ std::optional<TokenKind> find_punctuator(std::string_view spelling) {
 
 std::optional<Punctuator> match_punctuator(std::string_view text) {
     if (text.empty()) return std::nullopt;
-    // The first character rules out most entries before a comparison of the whole spelling.
-    auto it = std::ranges::find_if(
-        punctuators, [text](const Punctuator& p) { return p.spelling[0] == text[0] && text.starts_with(p.spelling); });
-    if (it == std::end(punctuators)) return std::nullopt;
-    return *it;
+    const Candidates& candidates = by_first_byte[static_cast<unsigned char>(text[0])];
+    for (std::size_t i = 0; i < candidates.count; ++i)
+        if (text.starts_with(punctuators[candidates.at[i]].spelling)) return punctuators[candidates.at[i]];
+    return std::nullopt;
 }
 
 }  // namespace edd
