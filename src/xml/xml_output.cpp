@@ -14,8 +14,6 @@ namespace edd {
 
 namespace {
 
-constexpr std::size_t indentation = 4;  // blanks per level
-
 // ---- Names ---------------------------------------------------------------------------
 
 bool in(std::uint32_t c, std::uint32_t low, std::uint32_t high) { return c >= low && c <= high; }
@@ -108,7 +106,8 @@ void XmlOutput::flush() {
 // Plain runs are copied in one piece; only the few characters that need it are replaced.
 // The text rule is the exception: the ASCII before the first byte it may change reads the
 // same either way, so only the rest goes through it.
-void XmlOutput::put_escaped(std::string_view bytes, unsigned char context) {
+void XmlOutput::put_escaped(std::string_view bytes, bool attribute) {
+    const unsigned char context = attribute ? in_attribute : in_text;
     unsigned char stop = context | not_plain;
     std::string converted;
     std::size_t run = 0;
@@ -141,94 +140,19 @@ void XmlOutput::put_escaped(std::string_view bytes, unsigned char context) {
 
 void XmlOutput::declaration() { put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"); }
 
-// Up to sixteen levels, the blanks are copied in one fixed-size piece from a run of blanks
-// longer than needed: the buffer keeps room for it, and only `count` of them are kept.
-void XmlOutput::line_break(std::size_t depth) {
-    static constexpr char blanks[] = "                                                                ";
-    constexpr std::size_t piece = sizeof blanks - 1;
-    const std::size_t count = depth * indentation;
-    if (count <= piece) {
-        if (capacity - used_ < piece + 1) flush();
-        buffer_[used_] = '\n';
-        std::memcpy(buffer_.get() + used_ + 1, blanks, piece);
-        used_ += count + 1;
-        return;
-    }
+void XmlOutput::deep_line_break(std::size_t depth) {
     put('\n');
     for (std::size_t i = 0; i < depth; ++i) put(std::string_view(blanks, indentation));
 }
 
-void XmlOutput::end_start_tag() {
-    if (!start_tag_open_) return;
-    put('>');
-    start_tag_open_ = false;
-}
+bool XmlOutput::is_plain_name(std::string_view name) { return is_ascii_xml_name(name); }
 
-bool XmlOutput::is_valid_name(std::string_view name) {
-    // The program's texts lie close together: a multiplicative hash spreads their places.
-    const std::uint64_t place = reinterpret_cast<std::uintptr_t>(name.data());
-    auto& slot = checked_names_[(place * 0x9E3779B97F4A7C15u) >> 56];
-    if (slot.data() == name.data() && slot.size() == name.size()) return true;
-    if (!is_ascii_xml_name(name)) return false;
-    slot = name;
-    return true;
-}
-
-XmlOutput& XmlOutput::open(std::string_view name, Layout layout) {
-    bool converted = false;
-    if (!is_valid_name(name)) {
-        // A name XML cannot read would make the whole document unreadable.
-        std::string text = to_document_text(name);
-        if (!is_xml_name(text)) throw std::logic_error(format_message(messages::invalid_element_name, {text}));
-        converted_names_.push_back(std::move(text));
-        name = converted_names_.back();
-        converted = true;
-    }
-    end_start_tag();
-    if (layout != Layout::inline_ && !open_.empty()) line_break(open_.size());
-    put('<');
-    put(name);
-    open_.push_back({name, layout, converted});
-    start_tag_open_ = true;
-    return *this;
-}
-
-XmlOutput& XmlOutput::open_block(std::string_view name) { return open(name, Layout::block); }
-XmlOutput& XmlOutput::open_line(std::string_view name) { return open(name, Layout::line); }
-XmlOutput& XmlOutput::open_inline(std::string_view name) { return open(name, Layout::inline_); }
-
-XmlOutput& XmlOutput::attribute(std::string_view name, std::string_view value) {
-    assert(start_tag_open_);
-    put(' ');
-    put(name);
-    put("=\"");
-    put_escaped(value, in_attribute);
-    put('"');
-    return *this;
-}
-
-XmlOutput& XmlOutput::text(std::string_view content) {
-    end_start_tag();
-    put_escaped(content, in_text);
-    return *this;
-}
-
-void XmlOutput::close() {
-    assert(!open_.empty());
-    const Open element = open_.back();
-    open_.pop_back();
-    if (start_tag_open_ && element.layout != Layout::block) {
-        put("/>");
-        start_tag_open_ = false;
-    } else {
-        end_start_tag();
-        if (element.layout == Layout::block) line_break(open_.size());
-        put("</");
-        put(element.name);
-        put('>');
-        if (open_.empty()) put('\n');  // the document ends with a line end
-    }
-    if (element.converted) converted_names_.pop_back();
+// A name XML cannot read would make the whole document unreadable.
+std::string_view XmlOutput::converted_name(std::string_view name) {
+    std::string text = to_document_text(name);
+    if (!is_xml_name(text)) throw std::logic_error(format_message(messages::invalid_element_name, {text}));
+    converted_names_.push_back(std::move(text));
+    return converted_names_.back();
 }
 
 }  // namespace edd
