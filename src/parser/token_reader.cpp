@@ -11,10 +11,8 @@ TokenReader::TokenReader(TokenStream& source, Diagnostics& diagnostics) : source
     advance();
 }
 
-void TokenReader::advance() {
-    peek_slot_ ^= 1;
+void TokenReader::skip_errors() {
     Token& token = slots_[peek_slot_];
-    source_.read_significant(token);
     while (token.is(ERROR)) {
         diagnostics_.count_error();
         source_.read_significant(token);

@@ -40,7 +40,11 @@ protected:
 
     // Consumes one significant token; blanks, line ends, comments and ERROR tokens are
     // skipped, and each ERROR token counts as an error (its line was printed already).
-    void advance();
+    void advance() {
+        peek_slot_ ^= 1;
+        source_.read_significant(slots_[peek_slot_]);
+        if (slots_[peek_slot_].is(ERROR)) skip_errors();
+    }
 
     // A string literal never counts as the word or punctuator it happens to spell.
     bool at(std::string_view text) const { return peek().text() == text && !peek().is(STRING); }
@@ -87,6 +91,8 @@ protected:
     static constexpr int max_depth = 1000;
 
 private:
+    void skip_errors();
+
     // The consumed token and the one under examination; advancing swaps their roles and
     // reads the next token straight into the slot freed.
     Token slots_[2];
