@@ -1,5 +1,7 @@
 #include "model/arena.hpp"
 
+#include <sys/mman.h>
+
 #include <algorithm>
 
 #include "frontend/keywords.hpp"
@@ -11,6 +13,28 @@ namespace {
 // Chunks double from 64 KiB up to this size and stay there, so that a small description
 // takes little memory and the tail left unused in a large one stays small.
 constexpr std::size_t largest_chunk = std::size_t{4} << 20;
+constexpr std::size_t huge_page = std::size_t{2} << 20;
+
+// Chunks of whole huge pages are mapped on huge-page boundaries and offered huge pages:
+// a page fault for every 4 KiB of a large description costs more than building it.
+void* allocate_chunk(std::size_t size) {
+    if (size % huge_page != 0) return ::operator new(size);
+    void* mapped = mmap(nullptr, size + huge_page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapped == MAP_FAILED) throw std::bad_alloc();
+    const auto start = reinterpret_cast<std::uintptr_t>(mapped);
+    const std::uintptr_t aligned = (start + huge_page - 1) & ~(huge_page - 1);
+    if (aligned > start) munmap(mapped, aligned - start);
+    if (aligned + size < start + size + huge_page) munmap(reinterpret_cast<void*>(aligned + size), start + huge_page - aligned);
+#ifdef MADV_HUGEPAGE
+    madvise(reinterpret_cast<void*>(aligned), size, MADV_HUGEPAGE);  // advice only
+#endif
+    return reinterpret_cast<void*>(aligned);
+}
+
+void free_chunk(void* memory, std::size_t size) {
+    if (size % huge_page != 0) ::operator delete(memory, size);
+    else munmap(memory, size);
+}
 
 }  // namespace
 
@@ -20,7 +44,7 @@ std::string_view copy_word(std::pmr::memory_resource& resource, std::string_view
 }
 
 Arena::~Arena() {
-    for (const Chunk& chunk : chunks_) ::operator delete(chunk.memory, chunk.size);
+    for (const Chunk& chunk : chunks_) free_chunk(chunk.memory, chunk.size);
 }
 
 void* Arena::take_new_chunk(std::size_t bytes, std::size_t alignment) {
@@ -34,7 +58,7 @@ void* Arena::take_new_chunk(std::size_t bytes, std::size_t alignment) {
     }
     const std::size_t size = next_chunk_size_;
     next_chunk_size_ = std::min(2 * next_chunk_size_, largest_chunk);
-    void* memory = ::operator new(size);
+    void* memory = allocate_chunk(size);
     chunks_.push_back({memory, size});
     next_ = reinterpret_cast<std::uintptr_t>(memory);
     end_ = next_ + size;
