@@ -16,6 +16,10 @@ public:
     // `expected`: how many attributes it will most likely hold.
     explicit ComposedValue(Arena& arena, std::string_view name = {}, std::size_t expected = 4)
         : Value(ValueKind::COMPOSED), name_(arena.copy(name)), attributes_(arena.resource(), expected) {}
+    // A name the program spells itself, a string literal, is kept as it is.
+    template <std::size_t N>
+    ComposedValue(Arena& arena, const char (&name)[N], std::size_t expected = 4)
+        : Value(ValueKind::COMPOSED), name_(name, N - 1), attributes_(arena.resource(), expected) {}
 
     ValuePtr clone(Arena& arena) const override;
     bool equals(const Value&) const override { return false; }
