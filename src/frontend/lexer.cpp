@@ -74,6 +74,24 @@ void Lexer::read(Token& token) {
     }
 }
 
+void Lexer::read_significant(Token& token, std::size_t& skipped) {
+    for (;;) {
+        // The byte at end_ is neither a blank nor a line feed, so this stops there too.
+        for (;;) {
+            if (*cursor_ == '\n') {
+                ++line_;
+            } else if (!chars::is_byte(*cursor_, chars::BLANK)) {
+                break;
+            }
+            ++cursor_;
+            ++skipped;
+        }
+        read(token);
+        if (!token.is(WHITESPACE) && !token.is(NEWLINE) && !token.is(COMMENT)) return;
+        skipped += token.is(WHITESPACE) ? std::max<std::size_t>(token.text().size(), 1) : 1;
+    }
+}
+
 // Everything up to and including the next line feed is dropped, and every dropped character
 // counts as a line: later positions in the file shift by the length of the dropped text.
 void Lexer::skip_after_backslash() {

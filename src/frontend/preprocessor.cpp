@@ -64,7 +64,12 @@ Preprocessor::~Preprocessor() = default;
 void Preprocessor::deliver(bool significant, Token& token) {
     try {
         for (;;) {
-            take_raw(token);
+            if (significant && frames_.empty() && lookahead_.empty()) {
+                fetch_significant(token);  // most tokens: from the lexer, past the blanks
+                take_position(token);
+            } else {
+                take_raw(token);
+            }
             if (significant && is_blank(token)) continue;
             if (token.is(PREPROCESSOR_SWITCH)) {
                 // An empty directive gives its line end.

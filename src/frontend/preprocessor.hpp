@@ -111,6 +111,15 @@ private:
         return token;
     }
     void leave_include(Token& token);
+    // The same, skipping blanks, line ends and comments (counted all the same).
+    void fetch_significant(Token& token) {
+        std::size_t count = 0;
+        reading_->read_significant(token, count);
+        if (token.is(END_OF_FILE) && !includes_.empty()) leave_include(token);
+        count += token_count(token);
+        source_tokens_ += count;
+        expansion_budget_ += expansion_tokens_per_source_token * count;
+    }
     // The next token, from the frames, the tokens looked at ahead or the lexers.
     void take_raw(Token& token) {
         if (frames_.empty() && lookahead_.empty()) {  // most tokens: straight from the lexer
