@@ -80,13 +80,12 @@ void XML_Writer::build(bool force) {
             diagnostics_.related_file_missing(path);
     }
 
-    // Sorted by the names beside the items, so that comparing touches only the names, and
-    // by their first sixteen bytes as numbers first: most names differ there, and names
-    // with a common prefix ("ch0551_value", "ch0551_unit") are the rule. Zero padding and
-    // big-endian numbers keep byte order.
+    // Sorted by the first sixteen bytes of the names, as numbers kept beside the items, and
+    // only on a tie by the whole names: most names differ there, though names with a common
+    // prefix ("ch0551_value", "ch0551_unit") are the rule. Zero padding and big-endian
+    // numbers keep byte order.
     struct ByName {
         std::uint64_t head[2];
-        std::string_view name;
         const Item* item;
     };
     auto prefix = [](std::string_view name, std::size_t from) {
@@ -98,11 +97,11 @@ void XML_Writer::build(bool force) {
     std::vector<ByName> by_name;
     by_name.reserve(description_.items.size());
     for (const Item& item : description_.items.items())
-        by_name.push_back({{prefix(item.name(), 0), prefix(item.name(), 8)}, item.name(), &item});
+        by_name.push_back({{prefix(item.name(), 0), prefix(item.name(), 8)}, &item});
     std::ranges::sort(by_name, [](const ByName& a, const ByName& b) {
         if (a.head[0] != b.head[0]) return a.head[0] < b.head[0];
         if (a.head[1] != b.head[1]) return a.head[1] < b.head[1];
-        return a.name < b.name;
+        return a.item->name() < b.item->name();
     });
     items_by_name_.clear();
     items_by_name_.reserve(by_name.size());
