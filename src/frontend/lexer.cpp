@@ -77,14 +77,14 @@ void Lexer::read(Token& token) {
 void Lexer::read_significant(Token& token, std::size_t& skipped) {
     for (;;) {
         // The byte at end_ is neither a blank nor a line feed, so this stops there too.
-        for (;;) {
-            if (*cursor_ == '\n') {
-                ++line_;
-            } else if (!chars::is_byte(*cursor_, chars::BLANK)) {
+        for (const char* at = cursor_;; ++at) {
+            while (chars::is_byte(*at, chars::BLANK)) ++at;
+            if (*at != '\n') {
+                skipped += static_cast<std::size_t>(at - cursor_);
+                cursor_ = at;
                 break;
             }
-            ++cursor_;
-            ++skipped;
+            ++line_;
         }
         read(token);
         if (!token.is(WHITESPACE) && !token.is(NEWLINE) && !token.is(COMMENT)) return;
