@@ -38,7 +38,8 @@ void Lexer::start() {
         if (peek() == mark_byte) ++cursor_;
 }
 
-void Lexer::read(Token& token) {
+// Inlined into both readers: a call per token is a good part of what a token costs.
+[[gnu::always_inline]] inline void Lexer::lex_next(Token& token) {
     for (;;) {
         if (cursor_ == end_) return make(token, END_OF_FILE, cursor_);
         const char* start = cursor_++;
@@ -74,6 +75,8 @@ void Lexer::read(Token& token) {
     }
 }
 
+void Lexer::read(Token& token) { lex_next(token); }
+
 void Lexer::read_significant(Token& token, std::size_t& skipped) {
     for (;;) {
         // The byte at end_ is neither a blank nor a line feed, so this stops there too.
@@ -86,7 +89,7 @@ void Lexer::read_significant(Token& token, std::size_t& skipped) {
             }
             ++line_;
         }
-        read(token);
+        lex_next(token);
         if (!token.is(WHITESPACE) && !token.is(NEWLINE) && !token.is(COMMENT)) return;
         skipped += token.is(WHITESPACE) ? std::max<std::size_t>(token.text().size(), 1) : 1;
     }

@@ -46,6 +46,7 @@ public:
 
 private:
     void start();
+    void lex_next(Token& token);
     // The byte `ahead` places after the cursor, or -1 past the end.
     int peek(std::size_t ahead = 0) const {
         return static_cast<std::size_t>(end_ - cursor_) > ahead ? static_cast<unsigned char>(cursor_[ahead]) : -1;
