@@ -128,6 +128,7 @@ private:
     void deep_line_break(std::size_t depth);
     void put(std::string_view bytes) {
         if (bytes.size() > capacity - used_) return put_slow(bytes);
+        if (bytes.empty()) return;  // an empty view may have no data at all, which memcpy must not see
         std::memcpy(buffer_.get() + used_, bytes.data(), bytes.size());
         used_ += bytes.size();
     }
