@@ -99,6 +99,8 @@ const Case cases[] = {
     // at once, where "#" and "##" are not applied.
     {"#define A x B\n#define B 1\nA", "x 1"},
     {"#define B 1\n#define A x B\n#undef B\nA", "x 1"},
+    // A body taken over whole outlives its macro, and reads the same inside a conditional.
+    {"#define A 1 2\n#define B A A\n#undef A\n#if 1\nB\n#endif\nB", "1 2 1 2 1 2 1 2"},
     {"#define S(x) #x\n#define T S(a b)\nT", "\"a\" b"},
     {"#define xy 5\n#define P(a,b) [a##b]\nP(x,y)", "[ 5 ]"},
     {"#define S(a) #a\nS(a  \t b /* c */ d)", "\"a    b   d\""},
