@@ -77,7 +77,7 @@ void Lexer::start() {
 
 void Lexer::read(Token& token) { lex_next(token); }
 
-void Lexer::read_significant(Token& token, std::size_t& skipped) {
+void Lexer::read_past_blanks(Token& token, std::size_t& skipped) {
     for (;;) {
         // The byte at end_ is neither a blank nor a line feed, so this stops there too.
         for (const char* at = cursor_;; ++at) {

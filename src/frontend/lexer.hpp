@@ -37,7 +37,7 @@ public:
     // passed is added to `skipped` as the preprocessor counts tokens: a run of blanks one
     // per character. Between two tokens there mostly are only blanks and line ends, which
     // this reads without making tokens of them.
-    void read_significant(Token& token, std::size_t& skipped);
+    void read_past_blanks(Token& token, std::size_t& skipped);
     // Off: every blank character is a WHITESPACE token of its own. On: a run of blanks is
     // one token (the preprocessor reads its lexers so).
     void set_blank_runs(bool on) { blank_runs_ = on; }

@@ -114,7 +114,7 @@ private:
     // The same, skipping blanks, line ends and comments (counted all the same).
     void fetch_significant(Token& token) {
         std::size_t count = 0;
-        reading_->read_significant(token, count);
+        reading_->read_past_blanks(token, count);
         if (token.is(END_OF_FILE) && !includes_.empty()) leave_include(token);
         count += token_count(token);
         source_tokens_ += count;
