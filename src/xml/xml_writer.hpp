@@ -17,7 +17,7 @@
 
 namespace edd {
 
-class Attribute;
+struct Attribute;
 class IfConditional;
 class SelectConditional;
 class TypeValue;
