@@ -17,8 +17,10 @@ constexpr std::size_t huge_page = std::size_t{2} << 20;
 
 // Chunks of whole huge pages are mapped on huge-page boundaries and offered huge pages:
 // a page fault for every 4 KiB of a large description costs more than building it.
+bool is_mapped(std::size_t size) { return size % huge_page == 0; }
+
 void* allocate_chunk(std::size_t size) {
-    if (size % huge_page != 0) return ::operator new(size);
+    if (!is_mapped(size)) return ::operator new(size);
     void* mapped = mmap(nullptr, size + huge_page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapped == MAP_FAILED) throw std::bad_alloc();
     const auto start = reinterpret_cast<std::uintptr_t>(mapped);
@@ -32,7 +34,7 @@ void* allocate_chunk(std::size_t size) {
 }
 
 void free_chunk(void* memory, std::size_t size) {
-    if (size % huge_page != 0) ::operator delete(memory, size);
+    if (!is_mapped(size)) ::operator delete(memory);
     else munmap(memory, size);
 }
 
@@ -51,7 +53,7 @@ void* Arena::take_new_chunk(std::size_t bytes, std::size_t alignment) {
     // A request larger than a quarter chunk gets a chunk of its own; the current one goes on.
     const std::size_t needed = bytes + alignment;
     if (needed > largest_chunk / 4) {
-        void* memory = ::operator new(needed);
+        void* memory = allocate_chunk(needed);
         chunks_.push_back({memory, needed});
         const std::uintptr_t start = reinterpret_cast<std::uintptr_t>(memory);
         return reinterpret_cast<void*>((start + alignment - 1) & ~(alignment - 1));
