@@ -59,18 +59,20 @@ public:
         items_.push_back(item);
         removed_.push_back(false);
         next_.push_back(none);
-        auto [first, inserted] = first_.try_emplace(item.name(), at);
+        auto [chain, inserted] = chains_.try_emplace(item.name(), Chain{at, at});
         if (inserted) return;
-        std::size_t last = first->second;
-        while (next_[last] != none) last = next_[last];
-        next_[last] = at;
+        if (chain->second.first == none) chain->second.first = at;
+        else next_[chain->second.last] = at;
+        chain->second.last = at;
     }
+    // What is removed never comes back, so the chain's head moves past it for good: a name
+    // selected and deleted many times costs no more than once each.
     Item* find(std::string_view name) {
-        auto it = first_.find(name);
-        if (it == first_.end()) return nullptr;
-        for (std::size_t at = it->second; at != none; at = next_[at])
-            if (!removed_[at]) return &items_[at];
-        return nullptr;
+        auto it = chains_.find(name);
+        if (it == chains_.end()) return nullptr;
+        std::size_t& first = it->second.first;
+        while (first != none && removed_[first]) first = next_[first];
+        return first == none ? nullptr : &items_[first];
     }
     void remove(const Item& item) { removed_[static_cast<std::size_t>(&item - items_.data())] = true; }
 
@@ -82,10 +84,14 @@ public:
 
 private:
     static constexpr std::size_t none = static_cast<std::size_t>(-1);
+    struct Chain {
+        std::size_t first;  // the first item of the name still there, or none
+        std::size_t last;
+    };
     std::vector<Item> items_;
     std::vector<bool> removed_;
     std::vector<std::size_t> next_;  // the next item of the same name, or none
-    std::unordered_map<std::string_view, std::size_t> first_;
+    std::unordered_map<std::string_view, Chain> chains_;
 };
 
 // import : IMPORT ( string | identification ) [ '{' import_list [ redefinitions ] '}' ]

@@ -281,9 +281,12 @@ TEST_F(HostileInput, ManyRedefinitions) {
         if (i % 2 == 0) redefinitions.append("REDEFINE VARIABLE v").append(name).append(" { HELP \"h\"; }\n");
         else redefinitions.append("DELETE VARIABLE v").append(name).append(";\n");
     }
+    // One name selected again and again, then deleted as often.
+    const std::string again = repeat("v1; ", count);
+    redefinitions += repeat("DELETE VARIABLE v1;\n", count);
     dir_.write("library.ddl", library);
-    const Conversion result =
-        convert(std::string(header) + "IMPORT \"library.ddl\" { EVERYTHING; REDEFINITIONS {\n" + redefinitions + "} }\n");
+    const Conversion result = convert(std::string(header) + "IMPORT \"library.ddl\" { EVERYTHING; " + again +
+                                      "REDEFINITIONS {\n" + redefinitions + "} }\n");
     expect(result, 0, "", 20);
     EXPECT_NE(result.xml.find("<VARIABLE id=\"v159998\">"), std::string::npos);
     EXPECT_EQ(result.xml.find("<VARIABLE id=\"v159999\">"), std::string::npos);
