@@ -1,5 +1,6 @@
 #include "model/description.hpp"
 
+#include <algorithm>
 #include <functional>
 #include <stdexcept>
 #include <utility>
@@ -11,8 +12,11 @@ constexpr const char* not_in_table = "Object not in dd.";
 }
 
 void ItemTable::reserve(std::size_t items) {
-    items_.reserve(items);
-    while (index_.size() < 2 * items) grow_index();
+    // Geometric, as inserts would grow it: many small imports must not reallocate each time.
+    if (items > items_.capacity()) items_.reserve(std::max(items, 2 * items_.capacity()));
+    std::size_t slots = index_.empty() ? 64 : index_.size();
+    while (slots < 2 * items) slots *= 2;
+    if (slots != index_.size()) grow_index(slots);
 }
 
 std::uint32_t ItemTable::hash_of(std::string_view name) {
@@ -30,9 +34,9 @@ const Item* ItemTable::find(std::string_view name) const {
     }
 }
 
-// Doubles the table; the stored hashes place the entries again without reading a name.
-void ItemTable::grow_index() {
-    std::vector<Slot> old = std::exchange(index_, std::vector<Slot>(index_.empty() ? 64 : 2 * index_.size()));
+// The stored hashes place the entries again without reading a name.
+void ItemTable::grow_index(std::size_t slots) {
+    std::vector<Slot> old = std::exchange(index_, std::vector<Slot>(slots));
     const std::size_t mask = index_.size() - 1;
     for (const Slot& slot : old) {
         if (slot.position == 0) continue;
@@ -51,7 +55,7 @@ const Item& ItemTable::get(std::string_view name) const {
 Item& ItemTable::get(std::string_view name) { return const_cast<Item&>(static_cast<const ItemTable&>(*this).get(name)); }
 
 void ItemTable::insert(Item item) {
-    if (2 * (items_.size() + 1) > index_.size()) grow_index();
+    if (2 * (items_.size() + 1) > index_.size()) grow_index(index_.empty() ? 64 : 2 * index_.size());
     const std::uint32_t hash = hash_of(item.name());
     const std::size_t mask = index_.size() - 1;
     std::size_t i = hash & mask;

@@ -17,6 +17,7 @@ namespace edd {
 
 class ItemTable {
 public:
+    // Room for `items` in all, so that that many inserts neither move items nor re-index.
     void reserve(std::size_t items);
     bool contains(std::string_view name) const { return find(name) != nullptr; }
     // An absent name throws std::invalid_argument ("Object not in dd.").
@@ -40,7 +41,7 @@ private:
         std::uint32_t position;
     };
     static std::uint32_t hash_of(std::string_view name);
-    void grow_index();
+    void grow_index(std::size_t slots);  // a power of two
 
     std::vector<Item> items_;
     std::vector<Slot> index_;

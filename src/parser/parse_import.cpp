@@ -75,6 +75,7 @@ public:
         return first == none ? nullptr : &items_[first];
     }
     void remove(const Item& item) { removed_[static_cast<std::size_t>(&item - items_.data())] = true; }
+    std::size_t size() const { return items_.size(); }  // the removed ones included
 
     template <class F>
     void for_each(F&& f) {
@@ -117,6 +118,7 @@ void Parser::parse_import() {
         expect("}");
     }
     // An imported name that is taken already is not counted as an error: the first stays.
+    description_.items.reserve(description_.items.size() + selected.size());
     selected.for_each([this](Item& item) {
         if (const Item* first = description_.items.find(item.name())) {
             diagnostics().duplicate_object(item.origin().file_name(), item.origin().line, item.name(),
