@@ -101,9 +101,14 @@ const Case cases[] = {
     {"#define B 1\n#define A x B\n#undef B\nA", "x 1"},
     // A body taken over whole outlives its macro, and reads the same inside a conditional.
     {"#define A 1 2\n#define B A A\n#undef A\n#if 1\nB\n#endif\nB", "1 2 1 2 1 2 1 2"},
+    // A body is taken over only while it names no macro, asked again after each define;
+    // one that mixes in "##" still pastes.
+    {"#define A B\n#define B 1\n#define C A\n#undef B\nC", "1"},
+    {"#define A B\n#define C A\n#define B 1\n#define D A\n#undef B\nC D", "B 1"},
+    {"#define P a\n#define Q x ## y P\nQ", "xy a"},
     {"#define S(x) #x\n#define T S(a b)\nT", "\"a\" b"},
     {"#define xy 5\n#define P(a,b) [a##b]\nP(x,y)", "[ 5 ]"},
-    {"#define S(a) #a\nS(a  \t b /* c */ d)", "\"a    b   d\""},
+    {"#define S(a) #a\nS(a  \t b /* c */ d) S( e f  )", "\"a    b   d\" \"e f\""},
     // Macros that refer to themselves end.
     {"#define A x A\nA A", "x A x A"},
     {"#define A x B\n#define B y A\nA B", "x y x B y x B"},
@@ -127,6 +132,10 @@ const Case cases[] = {
     {"#define A A x\n#if 1\n#if 1\n#if 1\nA\n#endif\n#endif\n#endif", "A x x x x"},
     {"#if 1\n#if 1\nX\n#endif\n#define X 5\n#endif", "5"},
     {"#define F(a) [a]\n#if 1\n#if 1\nF\n#endif\n(1)\n#endif", "F ( 1 )"},
+    // ... also when a macro defined later in the nested branch is gone by the outer #endif,
+    // and when the outer branch holds a token that reads back otherwise.
+    {"#if 1\n#if 1\nA\n#define A 1\n#endif\n#undef A\n#endif", "1"},
+    {"#define B B+1\n#if 1\n#if 1\nB\n#if 1\nC\n#endif\n#endif\n#endif", "B + 1 + 1 + 1 C"},
     // Dropped branches define and include nothing; undef and line act even there.
     {"#if 0\n#define A 1\n#include \"missing.ddl\"\n#endif\nA", "A"},
     {"#define A 1\n#if 0\n#undef A\n#line 7\n#endif\nA", "A",
