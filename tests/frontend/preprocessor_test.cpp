@@ -109,6 +109,7 @@ const Case cases[] = {
     {"#define S(x) #x\n#define T S(a b)\nT", "\"a\" b"},
     {"#define xy 5\n#define P(a,b) [a##b]\nP(x,y)", "[ 5 ]"},
     {"#define S(a) #a\nS(a  \t b /* c */ d) S( e f  )", "\"a    b   d\" \"e f\""},
+    {"#define B x  \n#define S(a) #a\nS(B y)", "\"x y\""},
     // Macros that refer to themselves end.
     {"#define A x A\nA A", "x A x A"},
     {"#define A x B\n#define B y A\nA B", "x y x B y x B"},
