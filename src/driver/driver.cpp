@@ -101,47 +101,51 @@ std::optional<int> load_dictionaries(const Options& options, InputFiles& files, 
     return std::nullopt;
 }
 
-void save_dump(const Options& options, const Description& description) {
-    std::ostringstream text;
-    dump_items(text, description.items.items());
-    try {
-        OutputFile dump(options.dump_file);
-        dump.write(text.str());
-        dump.commit();
-    } catch (const std::system_error& e) {
-        throw std::runtime_error(format_message(messages::dump_not_saved, {options.dump_file, e.code().message()}));
-    }
-}
-
-// The dependency file: every file the run read, under the names it opened them by. It is
-// written before the document and put in place after it, so that a run failing anywhere
-// leaves none.
-class DependencyFile {
+// A file the run writes besides the document (the -t dump, the dependency file): written
+// before the document is saved and put in place after it, so that a run failing anywhere
+// changes none of its targets. A target written directly (a pipe, a device) gets its bytes
+// only then, after the document, as it always has. Failures name the file and the reason.
+class StagedFile {
 public:
-    DependencyFile(const Options& options, const InputFiles& files) : name_(options.dependency_file) {
-        if (name_.empty()) return;
+    StagedFile(std::string name, std::string_view failure, std::string contents)
+        : name_(std::move(name)), failure_(failure), contents_(std::move(contents)) {
         guarded([&] {
             file_.emplace(name_);
-            file_->write(make_dependency_rules(options.output_file, files.paths()));
+            if (!file_->direct()) write_contents();
         });
     }
     void commit() {
-        if (file_) guarded([&] { file_->commit(); });
+        guarded([&] {
+            if (file_->direct()) write_contents();
+            file_->commit();
+        });
     }
 
 private:
+    void write_contents() {
+        file_->write(contents_);
+        std::string().swap(contents_);
+    }
     template <class Step>
     void guarded(Step step) {
         try {
             step();
         } catch (const std::system_error& e) {
-            throw std::runtime_error(format_message(messages::dependency_file_not_saved, {name_, e.code().message()}));
+            throw std::runtime_error(format_message(failure_, {name_, e.code().message()}));
         }
     }
 
     std::string name_;
+    std::string_view failure_;
+    std::string contents_;
     std::optional<OutputFile> file_;
 };
+
+std::string dump_text(const Description& description) {
+    std::ostringstream text;
+    dump_items(text, description.items.items());
+    return text.str();
+}
 
 // The stages of a conversion, freed in the reverse order of their making, or parked until
 // the process ends (see Cleanup).
@@ -201,10 +205,14 @@ int convert(Options& options, Diagnostics& diagnostics, Cleanup cleanup) {
 
     writer.build();
     if (auto status = check_outputs_against_inputs(options, files, diagnostics)) return *status;
-    DependencyFile dependencies(options, files);
+    std::optional<StagedFile> dump, dependencies;
+    if (options.dump) dump.emplace(options.dump_file, messages::dump_not_saved, dump_text(writer.description()));
+    if (!options.dependency_file.empty())
+        dependencies.emplace(options.dependency_file, messages::dependency_file_not_saved,
+                             make_dependency_rules(options.output_file, files.paths()));
     writer.save(options.output_file);
-    if (options.dump) save_dump(options, writer.description());
-    dependencies.commit();
+    if (dump) dump->commit();
+    if (dependencies) dependencies->commit();
     return exit_status::success;
 }
 

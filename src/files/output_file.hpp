@@ -25,6 +25,8 @@ public:
     void commit();
 
     const std::string& name() const { return name_; }
+    // Written straight into the target (not a regular file), so every write shows at once.
+    bool direct() const { return temporary_.empty(); }
 
 private:
     bool close_file();  // false when closing reports a failure
