@@ -59,7 +59,14 @@ OutputFile::OutputFile(std::string name) : name_(std::move(name)), target_(name_
         temporary_.clear();
         fail(name_);
     }
-    if (::fchmod(fd_, exists ? (target.st_mode & 07777) : creation_mode()) != 0) fail(name_);
+    if (::fchmod(fd_, exists ? (target.st_mode & 07777) : creation_mode()) != 0) {
+        // A constructor that throws runs no destructor: the temporary file goes here.
+        const int error = errno;
+        ::close(fd_);
+        ::unlink(temporary_.c_str());
+        errno = error;
+        fail(name_);
+    }
 }
 
 OutputFile::~OutputFile() {
