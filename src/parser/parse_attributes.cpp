@@ -163,11 +163,11 @@ ValuePtr Parser::parse_enumerator() {
 
 // keyword_set_combination : word { '&' word } — words of one set; a list when several
 ValuePtr Parser::parse_keyword_set_combination(const WordSet& words) {
-    ValuePtr first = make_simple(ValueKind::KEYWORD, expect_one_of(words));
+    ValuePtr first = parse_one_of(words);
     if (!at("&")) return first;
     ListBuilder list(*this);
     list.add(first);
-    while (accept("&")) list.add(make_simple(ValueKind::KEYWORD, expect_one_of(words)));
+    while (accept("&")) list.add(parse_one_of(words));
     return list.finish();
 }
 
@@ -218,7 +218,7 @@ ValuePtr Parser::parse_menu_item() {
 
 // ---- Purposes and roles ------------------------------------------------------------------
 
-ValuePtr Parser::parse_purpose() { return make_simple(ValueKind::KEYWORD, expect_one_of(ks::purposes)); }
+ValuePtr Parser::parse_purpose() { return parse_one_of(ks::purposes); }
 
 // role : keyword | identifier
 ValuePtr Parser::parse_role() {
@@ -259,7 +259,7 @@ ValuePtr Parser::parse_response_code() {
     auto* code = make<ComposedValue>("response_code", 3);
     code->set("value", parse_conditional_expression());
     expect(",");
-    code->set("type", make_simple(ValueKind::KEYWORD, expect_one_of(ks::response_code_types)));
+    code->set("type", parse_one_of(ks::response_code_types));
     expect(",");
     code->set("description", parse_string_value());
     if (accept(",")) code->set("help", parse_string_value());
@@ -319,8 +319,7 @@ ValuePtr Parser::parse_member() {
 //               [ RESPONSE_CODES response_codes_attribute ] '}'
 ValuePtr Parser::parse_transaction() {
     auto* transaction = make<ComposedValue>();
-    if (at_kind(INTEGER))
-        transaction->set("number", make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got)));
+    if (at_kind(INTEGER)) transaction->set("number", expect_integer());
     expect("{");
     expect("REQUEST");
     expect("{");
@@ -339,8 +338,7 @@ ValuePtr Parser::parse_transaction() {
 ValuePtr Parser::parse_data_item() {
     auto* item = make<ComposedValue>("data_item", 2);
     if (at_kind(INTEGER)) {
-        item->set("data_item_reference",
-                  make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got)));
+        item->set("data_item_reference", expect_integer());
         return item;
     }
     item->set("data_item_reference", parse_reference());

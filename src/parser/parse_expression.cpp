@@ -155,8 +155,8 @@ ValuePtr Parser::parse_primary_expression() {
         expect(")");
         return make<Expression>(open, inner, make_simple(ValueKind::OPERATOR, ")"));
     }
-    case INTEGER: return make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got));
-    case FLOAT: return make_simple(ValueKind::FLOAT, expect_kind(FLOAT, messages::expected_float_but_got));
+    case INTEGER: return expect_integer();
+    case FLOAT: return expect_float();
     case STRING:
     case LEFT_SQUARE_BRACKET: return parse_string_value();
     case IDENTIFIER: return parse_reference_or_call();
@@ -203,7 +203,7 @@ ValuePtr Parser::parse_reference() {
             index = parse_reference();
             path += static_cast<const ReferenceValue&>(*index).name();
         } else if (at_kind(INTEGER)) {
-            index = make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got));
+            index = expect_integer();
             path += static_cast<const SimpleValue&>(*index).text();
         } else {
             // Any other index (a negative number, a bracketed sum) is read as an expression.
@@ -240,12 +240,11 @@ ValuePtr Parser::parse_reference_or_call() {
 
 // keyword_combination : keyword { '&' keyword } — one keyword alone, else a list of them
 ValuePtr Parser::parse_keyword_combination() {
-    ValuePtr first = make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got));
+    ValuePtr first = expect_keyword();
     if (!at("&")) return first;
     ListBuilder list(*this);
     list.add(first);
-    while (accept("&"))
-        list.add(make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got)));
+    while (accept("&")) list.add(expect_keyword());
     return list.finish();
 }
 

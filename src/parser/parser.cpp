@@ -24,6 +24,18 @@ Parser::Parser(TokenStream& source, std::string file_name, const Profile& profil
 
 ValuePtr Parser::make_simple(ValueKind kind, std::string_view text) { return make<SimpleValue>(kind, text); }
 
+ValuePtr Parser::expect_integer() {
+    return make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got));
+}
+
+ValuePtr Parser::expect_float() { return make_simple(ValueKind::FLOAT, expect_kind(FLOAT, messages::expected_float_but_got)); }
+
+ValuePtr Parser::expect_keyword() {
+    return make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got));
+}
+
+ValuePtr Parser::parse_one_of(const WordSet& words) { return make_simple(ValueKind::KEYWORD, expect_one_of(words)); }
+
 // The handlers other than ParseError write to standard error, not to the diagnostics: they
 // stand for faults of the converter rather than of the description.
 bool Parser::parse() {

@@ -40,6 +40,11 @@ private:
         return description_.arena->make<V>(std::forward<Args>(args)...);
     }
     ValuePtr make_simple(ValueKind kind, std::string_view text);
+    // One token of a kind, or of a set of words, as a value of that kind; a mismatch is fatal.
+    ValuePtr expect_integer();
+    ValuePtr expect_float();
+    ValuePtr expect_keyword();
+    ValuePtr parse_one_of(const WordSet& words);
 
     // ---- Top level (parser.cpp) ------------------------------------------------------
     void parse_description();
