@@ -110,12 +110,10 @@ void XML_Writer::build(bool force) {
 }
 
 void XML_Writer::save(const std::string& file_name) const {
-    check_built();
+    check_built();  // before the file is made
     try {
         OutputFile file(file_name);
-        XmlOutput out([&file](std::string_view chunk) { file.write(chunk); });
-        write_document(out);
-        out.flush();
+        stream_document([&file](std::string_view chunk) { file.write(chunk); });
         file.commit();
     } catch (const std::system_error& e) {
         throw std::logic_error(format_message(messages::document_not_saved, {file_name, e.code().message()}));
@@ -123,19 +121,20 @@ void XML_Writer::save(const std::string& file_name) const {
 }
 
 void XML_Writer::print(std::ostream& out) const {
-    check_built();
-    XmlOutput output([&out](std::string_view chunk) { out.write(chunk.data(), static_cast<std::streamsize>(chunk.size())); });
-    write_document(output);
-    output.flush();
+    stream_document([&out](std::string_view chunk) { out.write(chunk.data(), static_cast<std::streamsize>(chunk.size())); });
 }
 
 std::string XML_Writer::xml() const {
-    check_built();
     std::string text;
-    XmlOutput output([&text](std::string_view chunk) { text += chunk; });
-    write_document(output);
-    output.flush();
+    stream_document([&text](std::string_view chunk) { text += chunk; });
     return text;
+}
+
+void XML_Writer::stream_document(const std::function<void(std::string_view)>& deliver) const {
+    check_built();
+    XmlOutput out(deliver);
+    write_document(out);
+    out.flush();
 }
 
 void XML_Writer::check_built() const {

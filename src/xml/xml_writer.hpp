@@ -3,6 +3,7 @@
 // document is written straight from the model, once, in order; no tree is built.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -49,6 +50,8 @@ public:
 
 private:
     void check_built() const;
+    // The whole document, handed to `deliver` in chunks.
+    void stream_document(const std::function<void(std::string_view)>& deliver) const;
     // A "string" element with its text, on a line of its own or inline.
     static void write_string(XmlOutput& out, std::string_view text, bool on_own_line);
     void write_document(XmlOutput& out) const;
