@@ -44,10 +44,10 @@ constexpr auto by_first_byte = [] {
 
 }  // namespace
 
-std::optional<TokenKind> find_punctuator(std::string_view spelling) {
+std::optional<Punctuator> find_punctuator(std::string_view spelling) {
     auto it = std::ranges::find(punctuators, spelling, &Punctuator::spelling);
     if (it == std::end(punctuators)) return std::nullopt;
-    return it->kind;
+    return *it;
 }
 
 std::optional<Punctuator> match_punctuator(std::string_view text) {

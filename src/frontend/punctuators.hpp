@@ -14,8 +14,8 @@ struct Punctuator {
     TokenKind kind;
 };
 
-// The kind of a punctuator spelling, if the table knows it.
-std::optional<TokenKind> find_punctuator(std::string_view spelling);
+// The table's entry for exactly this spelling, if it knows it.
+std::optional<Punctuator> find_punctuator(std::string_view spelling);
 
 // The longest punctuator that `text` starts with, if any.
 std::optional<Punctuator> match_punctuator(std::string_view text);

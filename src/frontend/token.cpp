@@ -8,8 +8,8 @@
 namespace edd {
 
 Token::Token(std::string_view punctuator) {
-    auto match = match_punctuator(punctuator);
-    if (!match || match->spelling.size() != punctuator.size()) {
+    auto match = find_punctuator(punctuator);
+    if (!match) {
         std::string message(messages::token_not_unique_prefix);
         message += '"';
         message += punctuator;

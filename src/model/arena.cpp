@@ -25,8 +25,10 @@ void* allocate_chunk(std::size_t size) {
     if (mapped == MAP_FAILED) throw std::bad_alloc();
     const auto start = reinterpret_cast<std::uintptr_t>(mapped);
     const std::uintptr_t aligned = (start + huge_page - 1) & ~(huge_page - 1);
+    // The mapping is one huge page longer than the chunk: what lies before and after the
+    // aligned chunk goes back (the part after is never empty).
     if (aligned > start) munmap(mapped, aligned - start);
-    if (aligned + size < start + size + huge_page) munmap(reinterpret_cast<void*>(aligned + size), start + huge_page - aligned);
+    munmap(reinterpret_cast<void*>(aligned + size), start + huge_page - aligned);
 #ifdef MADV_HUGEPAGE
     madvise(reinterpret_cast<void*>(aligned), size, MADV_HUGEPAGE);  // advice only
 #endif

@@ -15,12 +15,15 @@
 
 namespace edd {
 
+// `text` copied to `to`, which has room for it.
+inline std::string_view copy_to(void* to, std::string_view text) {
+    std::memcpy(to, text.data(), text.size());
+    return {static_cast<const char*>(to), text.size()};
+}
+
 // A copy of `text` in `resource`, which the view then needs to outlive.
 inline std::string_view copy_text(std::pmr::memory_resource& resource, std::string_view text) {
-    if (text.empty()) return {};
-    char* bytes = static_cast<char*>(resource.allocate(text.size(), 1));
-    std::memcpy(bytes, text.data(), text.size());
-    return {bytes, text.size()};
+    return text.empty() ? std::string_view() : copy_to(resource.allocate(text.size(), 1), text);
 }
 
 // The same, unless the text is a keyword: then the keyword table's own text, which lasts as
@@ -39,11 +42,9 @@ public:
     T* make(Args&&... args) {
         return ::new (take(sizeof(T), alignof(T))) T(*this, std::forward<Args>(args)...);
     }
+    // copy_text without the virtual call.
     std::string_view copy(std::string_view text) {
-        if (text.empty()) return {};
-        char* bytes = static_cast<char*>(take(text.size(), 1));
-        std::memcpy(bytes, text.data(), text.size());
-        return {bytes, text.size()};
+        return text.empty() ? std::string_view() : copy_to(take(text.size(), 1), text);
     }
     std::string_view word(std::string_view text) { return copy_word(*this, text); }
     // For the lists: they allocate from the arena and never give anything back.
