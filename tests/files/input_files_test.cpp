@@ -1,0 +1,46 @@
+// The files a run reads: a pipe ("tarnwick /dev/stdin") is read in blocks joined at the
+// end, and gives what was sent; each file is recorded once, under the name it was first
+// read by (for messages) and the name it was opened by (for the dependency file).
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "files/input_files.hpp"
+#include "test_support.hpp"
+
+namespace edd {
+namespace {
+
+TEST(InputFiles, PipesWholeAndEachFileOnce) {
+    const test::TempDir dir;
+    const std::string pipe = dir.str() + "/pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    std::string sent(3'000'000, 'x');
+    for (std::size_t i = 0; i < sent.size(); ++i) sent[i] = static_cast<char>('a' + i % 23);
+    std::thread writer([&] { std::ofstream(pipe, std::ios::binary).write(sent.data(), static_cast<std::streamsize>(sent.size())); });
+    InputFiles files;
+    const std::optional<std::string> received = files.read(pipe);
+    writer.join();
+    ASSERT_TRUE(received);
+    EXPECT_TRUE(*received == sent);
+
+    dir.write("lib/Defs.h", "defs");
+    const std::string windows = dir.str() + "\\LIB\\defs.H";
+    EXPECT_EQ(files.read(windows), "defs");
+    EXPECT_EQ(files.read(dir.str() + "/lib/./Defs.h"), "defs");
+    EXPECT_FALSE(files.read(dir.str() + "/lib"));  // a directory is no file to read
+    EXPECT_EQ(files.names(), (std::vector<std::string>{pipe, windows}));
+    EXPECT_EQ(files.paths(), (std::vector<std::string>{pipe, dir.str() + "/lib/Defs.h"}));
+    ASSERT_NE(files.find(dir.str() + "/lib/../lib/Defs.h"), nullptr);
+    EXPECT_EQ(*files.find(dir.str() + "/lib/../lib/Defs.h"), windows);
+}
+
+}  // namespace
+}  // namespace edd

@@ -1,0 +1,56 @@
+// Every holder of tokens counts into one tally while it lives (a block its tokens, a
+// sequence its spans), so that the preprocessor can bound what macro expansion holds; a
+// leak there would trip that bound on honest input. Trimming a sequence narrows its spans
+// and leaves the blocks it shares as they were.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "frontend/token_sequence.hpp"
+
+namespace edd {
+namespace {
+
+std::string spelled(const TokenSequence& sequence) {
+    std::string out;
+    for (const auto& span : sequence.spans())
+        for (const Token& t : span.tokens()) out += t.is(WHITESPACE) ? std::string("_") : std::string(t.text());
+    return out;
+}
+
+TEST(TokenHolders, CountWhileTheyLiveAndShareWhatTheyTakeOver) {
+    const Token blank(WHITESPACE, "  "), line_end(NEWLINE, "\n"), a(IDENTIFIER, "a"), b(IDENTIFIER, "b");
+    std::size_t tally = 0;
+    {
+        TokenBlock block(tally);
+        for (const Token& t : {blank, a, blank, b, line_end}) block.push_back(t);
+        TokenBlock front(tally);
+        front.push_back(b);
+        block.prepend(std::move(front));
+        EXPECT_EQ(tally, 6u);
+        TokenBlock argument(tally);
+        for (const Token& t : {blank, a, line_end}) argument.push_back(t);
+        argument.trim_blanks();
+        TokenBlock moved(tally);
+        moved.push_back(b);
+        moved = std::move(argument);  // b goes, a stays counted once
+        EXPECT_EQ(tally, 7u);
+
+        auto shared = std::make_shared<const TokenSequence>(tally, std::move(block));
+        EXPECT_EQ(tally, 8u);  // the same six tokens, one span
+        TokenSequence body(tally);
+        body.push_back(blank);
+        body.append(*shared);
+        body.append(*shared);
+        body.trim_blanks();
+        EXPECT_EQ(spelled(body), "b_a_b\nb_a_b");
+        EXPECT_EQ(spelled(*shared), "b_a_b\n");
+        EXPECT_EQ(body.count(), 15u);  // a run of blanks counts one per character
+        EXPECT_EQ(tally, 11u);  // the blank of its own, two spans over the shared block
+    }
+    EXPECT_EQ(tally, 0u);
+}
+
+}  // namespace
+}  // namespace edd
