@@ -72,7 +72,7 @@ constexpr std::string_view reserved_words[] = {
 static_assert(std::size(reserved_words) == 13);
 static_assert(std::ranges::is_sorted(reserved_words));
 
-bool contains(const auto& words, std::string_view word) { return std::ranges::binary_search(words, word); }
+constexpr bool contains(const auto& words, std::string_view word) { return std::ranges::binary_search(words, word); }
 
 // Every word of a source is classified, most of them identifiers found in no set: one hash
 // probe instead of three binary searches. Open addressing over a table at most half full.
@@ -138,15 +138,7 @@ constexpr auto word_shapes = [] {
     return shapes;
 }();
 
-}  // namespace
-
-bool is_eddl_keyword(std::string_view word) { return contains(eddl_keywords, word); }
-bool is_method_keyword(std::string_view word) { return contains(method_keywords, word); }
-bool is_reserved_word(std::string_view word) { return contains(reserved_words, word); }
-
-namespace {
-
-const ClassifiedWord* find_word(std::string_view word) {
+constexpr const ClassifiedWord* find_word(std::string_view word) {
     if (word.empty()) return nullptr;
     if (!((word_shapes[static_cast<unsigned char>(word[0])] >> std::min<std::size_t>(word.size(), 63)) & 1))
         return nullptr;
@@ -156,7 +148,24 @@ const ClassifiedWord* find_word(std::string_view word) {
     }
 }
 
+// Every word of the sets is found, with the kind of the first set that holds it.
+static_assert([] {
+    const auto found = [](std::string_view word) {
+        const TokenKind kind = contains(eddl_keywords, word)    ? EDDL_KEYWORD
+                               : contains(method_keywords, word) ? METHOD_KEYWORD
+                                                                 : RESERVED_WORD;
+        const ClassifiedWord* entry = find_word(word);
+        return entry != nullptr && entry->kind == kind;
+    };
+    return std::ranges::all_of(eddl_keywords, found) && std::ranges::all_of(method_keywords, found) &&
+           std::ranges::all_of(reserved_words, found);
+}());
+
 }  // namespace
+
+bool is_eddl_keyword(std::string_view word) { return contains(eddl_keywords, word); }
+bool is_method_keyword(std::string_view word) { return contains(method_keywords, word); }
+bool is_reserved_word(std::string_view word) { return contains(reserved_words, word); }
 
 TokenKind classify_word(std::string_view word) {
     const ClassifiedWord* found = find_word(word);

@@ -46,6 +46,21 @@ constexpr auto attribute_table = [] {
     return table;
 }();
 
+// The position of the name in attribute_names, or attribute_count when it is none.
+constexpr std::size_t attribute_code(std::string_view name) {
+    for (std::size_t i = attribute_slot(name);; i = (i + 1) & (attribute_table_size - 1)) {
+        const std::size_t entry = attribute_table[i];
+        if (entry == 0) return attribute_count;
+        if (attribute_names[entry - 1] == name) return entry - 1;
+    }
+}
+
+static_assert([] {
+    for (std::size_t code = 0; code < attribute_count; ++code)
+        if (attribute_code(attribute_names[code]) != code) return false;
+    return attribute_code("") == attribute_count && attribute_code("LABELS") == attribute_count;
+}());
+
 }  // namespace
 
 ItemType find_item_type(std::string_view name) {
@@ -55,11 +70,8 @@ ItemType find_item_type(std::string_view name) {
 }
 
 AttributeId find_attribute(std::string_view name) {
-    for (std::size_t i = attribute_slot(name);; i = (i + 1) & (attribute_table_size - 1)) {
-        const std::size_t entry = attribute_table[i];
-        if (entry == 0) return AttributeId::INVALID;
-        if (attribute_names[entry - 1] == name) return static_cast<AttributeId>(entry - 1);
-    }
+    const std::size_t code = attribute_code(name);
+    return code == attribute_count ? AttributeId::INVALID : static_cast<AttributeId>(code);
 }
 
 std::string_view name_of(ItemType type) {
