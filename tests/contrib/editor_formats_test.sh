@@ -2,8 +2,9 @@
 # The editor integrations in contrib/ read the program's real diagnostics: every line shape
 # (parser, preprocessor, lexer, imported duplicate, LIKE), in a directory whose name has a
 # blank and parentheses, goes to the right file, line, severity and message in vim's
-# quickfix list (contrib/vim) and through VS Code's problem matcher, whose regular
-# expression runs here in node, VS Code's own engine. Exits 77 (skipped) without vim or node.
+# quickfix list (contrib/vim, through :make, so the banner on standard output is there too
+# and -c comes last) and through VS Code's problem matcher, whose regular expression runs
+# here in node, VS Code's own engine. Exits 77 (skipped) without vim or node.
 #
 #   editor_formats_test.sh <program> <repository>
 set -euo pipefail
@@ -30,7 +31,12 @@ DDL
 printf 'MANUFACTURER 1, DEVICE_TYPE 2, DEVICE_REVISION 1, DD_REVISION 1\n\nVARIABLE v { TYPE INTEGER; }\n' >"dir (a)/lib.ddl"
 "$program" "dir (a)/main.ddl" -o out.xml -c >/dev/null 2>diagnostics.txt || true
 # The parser's information shape, which no message uses at present.
-echo "dir (a)/main.ddl(1): information: note" >>diagnostics.txt
+information="dir (a)/main.ddl(1): information: note"
+echo "$information" >>diagnostics.txt
+# What vim's :make finds on the PATH: the program, then that line.
+mkdir bin
+printf '#!/bin/sh\n"%s" "$@"; status=$?; echo "%s" >&2; exit $status\n' "$program" "$information" >bin/tarnwick
+chmod +x bin/tarnwick
 
 cat >expected.txt <<'EXPECTED'
 dir (a)/main.ddl|2|w|Preprocessor directive 'line' is not implmented.
@@ -42,10 +48,14 @@ dir (a)/main.ddl|5|e|missing is not defined but is referenced in x LIKE
 dir (a)/main.ddl|1|i|note
 EXPECTED
 
-vim -u NONE -i NONE -N -es --cmd "set runtimepath^=$repo/contrib/vim" -c 'compiler tarnwick' \
-    -c 'cgetfile diagnostics.txt' \
+# The lines that continue a message stay plain text; the banner and its empty line go.
+printf 'Include path is:\ndir (a)\n' >expected-plain.txt
+
+PATH="$scratch/bin:$PATH" vim -u NONE -i NONE -N -es --cmd "set runtimepath^=$repo/contrib/vim" \
+    -c 'edit dir\ (a)/main.ddl' -c 'compiler tarnwick' -c 'silent make! -o out.xml -c' \
     -c 'call writefile(map(filter(getqflist(), "v:val.valid"), {_, e -> join([bufname(e.bufnr), e.lnum, tolower(e.type), e.text], "|")}), "vim.txt")' \
-    -c 'qa!'
+    -c 'call writefile(map(filter(getqflist(), "!v:val.valid"), "v:val.text"), "vim-plain.txt")' \
+    -c 'qa!' >/dev/null
 node -e '
     const fs = require("fs");
     const pattern = JSON.parse(fs.readFileSync(process.argv[1], "utf8")).tasks[0].problemMatcher.pattern;
@@ -59,4 +69,5 @@ failed=0
 for editor in vim vscode; do
     diff -u --label expected --label "$editor" expected.txt "$editor.txt" || failed=1
 done
+diff -u --label expected --label "vim, plain lines" expected-plain.txt vim-plain.txt || failed=1
 exit $failed
