@@ -1,7 +1,9 @@
-# Installs the build into a scratch prefix and checks the installed tree: the program runs,
-# the schema (with the file it imports) validates a document, the manual page is there and,
-# when groff or mandoc is at hand, renders without warnings.
-# Variables: BUILD, CONFIG, PREFIX, BINDIR, DATADIR, MANDIR, XMLLINT, DOCUMENT (an example
+# Installs the build, stripped, into a scratch prefix and checks the installed tree: the
+# program runs, the schema (with the file it imports) validates a document, the manual page
+# names the schema where the configured prefix puts it and, when groff or mandoc is at hand,
+# renders without warnings.
+# Variables: BUILD, CONFIG, PREFIX, BINDIR, DATADIR, MANDIR, SCHEMA_DIR (the schema's
+# directory below the configured prefix), BUILT_PROGRAM, XMLLINT, DOCUMENT (an example
 # document; the description beside it, with .ddl and .dct, is converted by the installed
 # program and must give that document again).
 file(REMOVE_RECURSE ${PREFIX})
@@ -9,7 +11,7 @@ set(config)
 if(CONFIG)
   set(config --config ${CONFIG})
 endif()
-execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX} ${config}
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX} --strip ${config}
                 RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "cmake --install failed with status ${status}:\n${output}${errors}")
@@ -23,6 +25,18 @@ foreach(file IN ITEMS ${program} ${schema} ${PREFIX}/${DATADIR}/tarnwick/xml-nam
     message(FATAL_ERROR "not installed: ${file}")
   endif()
 endforeach()
+
+# Stripped: its symbols are gone, so it is smaller than the program built.
+file(SIZE ${program} installed_size)
+file(SIZE ${BUILT_PROGRAM} built_size)
+if(NOT installed_size LESS built_size)
+  message(FATAL_ERROR "${program} is not stripped: ${installed_size} bytes, built ${built_size}")
+endif()
+file(READ ${manual} manual_text)
+string(FIND "${manual_text}" "${SCHEMA_DIR}/tarnwick.xsd" position)
+if(position EQUAL -1 OR manual_text MATCHES "@[A-Z_]+@")
+  message(FATAL_ERROR "${manual} does not name the schema as ${SCHEMA_DIR}/tarnwick.xsd")
+endif()
 
 # The installed program runs on its own.
 execute_process(COMMAND ${program} -h RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
