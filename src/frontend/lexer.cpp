@@ -205,7 +205,7 @@ void Lexer::lex_float(Token& token, const char* start, bool has_integer_part) {
     std::string text(start, rest);
     text += '.';
     text.append(rest, cursor_);
-    return set(token, FLOAT, made_texts_->keep(std::move(text)), file_, line_);
+    return set(token, FLOAT, made_texts_->keep(text), file_, line_);
 }
 
 void Lexer::lex_word(Token& token, const char* start) {

@@ -1,21 +1,29 @@
 // Texts made for tokens rather than cut from a source: a float given its '.', a pasted or a
 // stringified token. Tokens only view their texts, so the store stays as long as any token
-// it gave a text to; the lexers of one preprocessor share one.
+// it gave a text to; the lexers of one preprocessor share one. Texts are packed into large
+// chunks that never move: one allocation serves thousands of short texts.
 #pragma once
 
-#include <deque>
-#include <string>
+#include <cstddef>
+#include <memory>
 #include <string_view>
+#include <vector>
 
 namespace edd {
 
 class TextStore {
 public:
-    // A deque never moves what it holds, so the views stay valid as the store grows.
-    std::string_view keep(std::string text) { return texts_.emplace_back(std::move(text)); }
+    // A copy of `text` that lasts as long as the store.
+    std::string_view keep(std::string_view text) { return join(text, {}); }
+    // The two texts one after the other, as one.
+    std::string_view join(std::string_view first, std::string_view second);
 
 private:
-    std::deque<std::string> texts_;
+    static constexpr std::size_t chunk_size = 64 * 1024;
+
+    std::vector<std::unique_ptr<char[]>> chunks_;
+    char* free_ = nullptr;
+    std::size_t left_ = 0;
 };
 
 }  // namespace edd
