@@ -56,7 +56,8 @@ inline constexpr std::string_view lexer_error_token = "lexer error";
 // Preprocessor.
 inline constexpr std::string_view preprocessor_error_token = "preprocessor error";
 inline constexpr std::string_view preprocessor_failure = "failure in prerpocessor";
-inline constexpr std::string_view preprocessor_failure_with = "failure in prerpocessor: ";
+// %0 the exception's message, %1 its type's name.
+inline constexpr std::string_view preprocessor_failure_with = "failure in prerpocessor: %0%1";
 inline constexpr std::string_view unknown_directive = "Unknown preprocessor directive %0.";
 inline constexpr std::string_view line_not_implemented =
     "Preprocessor directive 'line' is not implmented.";
@@ -71,8 +72,8 @@ inline constexpr std::string_view undefine_unknown_macro =
     "Trying to undefine macro %0 but macro is not defined.";
 inline constexpr std::string_view eof_in_conditional = "End of file within conditional directive.";
 inline constexpr std::string_view include_angle_brackets = "Include with '<>' are not implemented.";
-inline constexpr std::string_view include_not_found = "Could not find or read include file %0.";
-inline constexpr std::string_view include_path_is = "Include path is:";
+// %1 is each include path followed by a line end.
+inline constexpr std::string_view include_not_found = "Could not find or read include file %0.\nInclude path is:\n%1";
 inline constexpr std::string_view include_no_file = "Error in include, no proper file given.";
 inline constexpr std::string_view include_too_deep = "Include nesting too deep.";
 inline constexpr std::string_view macro_expansion_too_large = "Macro expansion too large.";
@@ -82,9 +83,6 @@ inline constexpr std::string_view stringify_without_content =
     "Tried to strigify tokens but no content is available.";
 inline constexpr std::string_view paste_without_content =
     "Tried to paste tokens but no content is available.";
-inline constexpr std::string_view table_macro_already_defined = "Preprocessor: Macro already defined.";
-inline constexpr std::string_view table_macro_not_existent =
-    "Preprocessor: Trying to undefine macro that is not existent.";
 
 // Parser: token expectations and names. %0 is the token's text, %1 the token as printed
 // (kind and text), %2 what was expected.

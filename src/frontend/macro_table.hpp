@@ -19,21 +19,24 @@ struct Macro {
     // As read, inner blanks included; shared with the expansions being read and the bodies
     // that took it over whole.
     std::shared_ptr<const TokenSequence> body;
+    // While its expansion is being read, a macro does not expand again: a macro that names
+    // itself ends.
+    mutable bool expanding = false;
 
     bool function_like() const { return !parameters.empty(); }
 };
 
 class MacroTable {
 public:
-    const Macro* find(std::string_view name) const {
+    // Shared with the expansions being read, which outlive an #undef.
+    const std::shared_ptr<const Macro>* find(std::string_view name) const {
         if (!may_name(name)) return nullptr;
         auto it = macros_.find(name);
         return it == macros_.end() ? nullptr : &it->second;
     }
     bool contains(std::string_view name) const { return find(name) != nullptr; }
-    // Throws std::logic_error when the name is taken; the directives check first.
+    // The directives report a name defined already or not at all before they get here.
     void add(Macro macro);
-    // Throws std::logic_error when there is no such macro.
     void remove(std::string_view name);
     // Counts the definitions: whatever was found about the macro names in a text holds
     // while the version stays (a removal only makes fewer names macros).
@@ -51,7 +54,7 @@ private:
         using is_transparent = void;
         std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
     };
-    std::unordered_map<std::string, Macro, Hash, std::equal_to<>> macros_;
+    std::unordered_map<std::string, std::shared_ptr<const Macro>, Hash, std::equal_to<>> macros_;
     std::array<std::uint64_t, 256> shapes_{};
     std::uint64_t version_ = 0;
 };

@@ -168,12 +168,12 @@ TEST_F(HostileInput, NestingOutsideTheGrammar) {
 TEST_F(HostileInput, DeepConditionalsAroundALargeBody) {
     std::string body, plain, defining;
     for (int i = 0; i < 20'000; ++i) body += "VARIABLE v" + std::to_string(i) + " { LABEL \"x\"; TYPE INTEGER; }\n";
-    for (std::size_t i = 0; i < Preprocessor::max_nesting - 6; ++i) {
+    for (std::size_t i = 0; i < PreprocessorLimits::max_nesting - 6; ++i) {
         plain += "#if 1\n";
         defining += "#if 1\n#define D" + std::to_string(i) + "\n";  // the body is looked at again
     }
     for (const std::string& levels : {plain, defining})
-        expect(convert(std::string(header) + levels + body + repeat("#endif\n", Preprocessor::max_nesting - 6)), 0, "", 10);
+        expect(convert(std::string(header) + levels + body + repeat("#endif\n", PreprocessorLimits::max_nesting - 6)), 0, "", 10);
 }
 
 // Reading stops at the first include beyond the guard and goes on in the input file: one
@@ -269,6 +269,24 @@ TEST_F(HostileInput, MacroMemory) {
     const Conversion kept = convert_measured(body + std::string(header) + "#ifndef G\n" + repeat("A\n", 30) + "#endif\n", peak_mib);
     expect(kept, parse_failed & 255, error_at("main.ddl", 1) + "Macro expansion too large.\n");
     EXPECT_LT(peak_mib, 512 * memory_factor);
+}
+
+// A body doubled up to 2^18 pastes, and a long string pasted again at every call: each use
+// in a branch not taken (where failures cost nothing but time) walks the body or makes a
+// text only while the guards allow, and a use that fails uses up what is left.
+TEST_F(HostileInput, MacroAmplification) {
+    std::string doubling = std::string(20'000, ' ') + "\n#define A0 x ## y\n";
+    for (int i = 1; i <= 18; ++i)
+        doubling += "#define A" + std::to_string(i) + " A" + std::to_string(i - 1) + " A" + std::to_string(i - 1) + "\n";
+    const std::string pasting = "#define S \"" + std::string(1'000'000, 's') + "\"\n#define P(a) a ## x\n";
+    for (const auto& [definitions, use] : {std::pair{doubling, "A18\n"}, std::pair{pasting, "P(S)\n"}}) {
+        long peak_mib = 0;
+        const Conversion result =
+            convert_measured(std::string(header) + definitions + "#if 0\n" + repeat(use, 1'000) + "#endif\n", peak_mib);
+        EXPECT_NE(result.diagnostics.find("error: Macro expansion too large.\n"), std::string::npos);
+        EXPECT_LT(result.seconds, 10);
+        EXPECT_LT(peak_mib, 128 * memory_factor);
+    }
 }
 
 // Every REDEFINE and DELETE of an import finds its item through the index.

@@ -1,0 +1,102 @@
+#include "frontend/macro_substitution.hpp"
+
+#include <string>
+
+#include "diagnostics/messages.hpp"
+
+namespace edd {
+
+MacroSubstitution::MacroSubstitution(const Macro& macro, const MacroArguments& arguments, PreprocessorLimits& limits,
+                                     TextStore& texts, const PreprocessorReporter& reporter)
+    : macro_(macro),
+      arguments_(arguments),
+      limits_(limits),
+      texts_(texts),
+      reporter_(reporter),
+      body_(*macro.body),
+      out_(limits.held_tokens()) {}
+
+std::shared_ptr<const TokenSequence> MacroSubstitution::run(bool apply_operators) {
+    while (const Token* token = body_.take()) {
+        check_limits();
+        if (apply_operators && token->is(PREPROCESSOR_SWITCH)) {
+            stringify(*token);
+        } else if (apply_operators && token->is(PREPROCESSOR_PASTE)) {
+            paste();
+        } else if (const TokenBlock* argument = argument_of(*token)) {
+            produce(argument->tokens());
+        } else {
+            produce(*token);
+        }
+    }
+    return std::make_shared<const TokenSequence>(limits_.held_tokens(), std::move(out_));
+}
+
+// Checked as the copy grows, so that a runaway expansion is never built whole.
+void MacroSubstitution::check_limits() {
+    if (!limits_.affords(produced_)) {
+        limits_.charge(produced_);
+        reporter_.fail(messages::macro_expansion_too_large);
+    }
+    if (limits_.holds_too_much()) reporter_.fail(messages::macro_expansion_too_large);
+}
+
+const TokenBlock* MacroSubstitution::argument_of(const Token& token) const {
+    if (!token.is(IDENTIFIER) && !token.is(EDDL_KEYWORD)) return nullptr;
+    for (std::size_t i = 0; i < macro_.parameters.size(); ++i)
+        if (macro_.parameters[i] == token.text()) return &arguments_[i];
+    return nullptr;
+}
+
+// '#' word : one STRING token whose text is the word's, or the argument's tokens with each
+// blank a space, between double quotes that the text keeps.
+void MacroSubstitution::stringify(const Token& hash) {
+    const Token* word = body_.take_word();
+    if (word == nullptr) reporter_.fail(messages::stringify_without_content);
+    std::string text = "\"";
+    if (const TokenBlock* argument = argument_of(*word)) {
+        for (const Token& part : argument->tokens()) {
+            if (is_blank(part)) text.append(token_count(part), ' ');
+            else text += part.text();
+        }
+    } else {
+        text += word->text();
+    }
+    text += '"';
+    produce(Token(STRING, made_text(text, {}), hash.file(), hash.line()));
+}
+
+// left '##' right : the token produced last and the next one joined into one, of the left
+// token's kind and at its place; the blanks around "##" go.
+void MacroSubstitution::paste() {
+    while (!out_.empty() && out_.back().is(WHITESPACE)) {
+        produced_ -= token_count(out_.back());
+        out_.pop_back();
+    }
+    const Token* word = body_.take_word();
+    const TokenBlock* argument = word == nullptr ? nullptr : argument_of(*word);
+    const Token* right = argument == nullptr ? word : argument->empty() ? nullptr : &argument->tokens().front();
+    if (out_.empty() || right == nullptr) reporter_.fail(messages::paste_without_content);
+    const Token left = out_.back();
+    out_.pop_back();
+    out_.push_back(Token(left.kind(), made_text(left.text(), right->text()), left.file(), left.line()));
+    if (argument != nullptr) produce(argument->tokens().subspan(1));
+}
+
+// The texts made stay to the end of the run, so they are bounded like tokens.
+std::string_view MacroSubstitution::made_text(std::string_view first, std::string_view second) {
+    if (!limits_.charge_text(first.size() + second.size())) reporter_.fail(messages::macro_expansion_too_large);
+    return texts_.join(first, second);
+}
+
+void MacroSubstitution::produce(const Token& token) {
+    out_.push_back(token);
+    produced_ += token_count(token);
+}
+
+void MacroSubstitution::produce(std::span<const Token> tokens) {
+    for (const Token& token : tokens) produced_ += token_count(token);
+    out_.append(tokens);
+}
+
+}  // namespace edd

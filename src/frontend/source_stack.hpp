@@ -1,0 +1,136 @@
+// Where the preprocessor's raw tokens come from: one stack of sources. A source is a file's
+// lexer (the main input at the bottom, each included file above the one that included it)
+// or a sequence of tokens made already (a macro's expansion, a conditional's kept branch).
+// The sequences lie above all files: what a directive pushes is read before the rest of
+// the file it stands in. Reading takes from the innermost source with a token left.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frontend/lexer.hpp"
+#include "frontend/macro_table.hpp"
+#include "frontend/preprocessor_limits.hpp"
+#include "frontend/token_sequence.hpp"
+
+namespace edd {
+
+// A place in a token sequence, read from the front.
+class SequenceCursor {
+public:
+    SequenceCursor() = default;
+    explicit SequenceCursor(const TokenSequence& tokens);
+    // The next token, or null at the end; past blanks when asked.
+    const Token* peek(bool skip_blanks) const;
+    const Token* take() {
+        if (next_ == end_ && !enter_next_span()) return nullptr;
+        return next_++;
+    }
+    // The next token that is not a run of blanks, or null at the end.
+    const Token* take_word() {
+        const Token* token = take();
+        while (token != nullptr && token->is(WHITESPACE)) token = take();
+        return token;
+    }
+
+private:
+    bool enter_next_span();
+
+    const TokenSequence* tokens_ = nullptr;
+    std::size_t span_ = 0;
+    const Token* next_ = nullptr;
+    const Token* end_ = nullptr;
+};
+
+class SourceStack {
+public:
+    SourceStack(Lexer& main, PreprocessorLimits& limits);
+    ~SourceStack();
+    SourceStack(const SourceStack&) = delete;
+    SourceStack& operator=(const SourceStack&) = delete;
+
+    // The next token, blanks and line ends included. Most come straight from a file's
+    // lexer; the rest take the way out of line.
+    void next(Token& token) {
+        if (direct_ == nullptr || !read_file(*direct_, token)) next_from_any(token);
+    }
+    // The next token that is no blank, line end or comment: the lexer passes blanks without
+    // making tokens of them.
+    void next_significant(Token& token) {
+        if (direct_ == nullptr || !read_past_blanks(*direct_, token)) {
+            do next(token);
+            while (is_blank(token));
+        }
+    }
+    // The next token without taking it, past blanks when asked. The end of a sequence is
+    // passed over without popping it; a file is read ahead as far as needed.
+    const Token& peek(bool skip_blanks);
+
+    // Reading goes on in `lexer`, an included file, after the sequences being read and
+    // before the rest of the file that included it.
+    void push_file(std::unique_ptr<Lexer> lexer);
+    // `tokens` are read next. An expansion names its macro, which is not expanded again
+    // until the expansion is read to its end and a token after it is taken.
+    void push_tokens(std::shared_ptr<const TokenSequence> tokens, std::shared_ptr<const Macro> macro = nullptr);
+    std::size_t include_depth() const { return files_ - 1; }
+    // Closes every included file: reading goes on in the main file. Returns their names.
+    std::vector<std::string> close_includes();
+
+    // The position of the token taken last, for messages.
+    FileIndex file() const { return file_; }
+    int line() const { return line_; }
+    void take_position(const Token& token) {
+        file_ = token.file();
+        line_ = token.line();
+    }
+
+private:
+    struct Source {
+        Lexer* lexer = nullptr;  // a file's; null for a sequence
+        std::unique_ptr<Lexer> included;
+        std::vector<Token> ahead;  // read from the lexer while looking ahead, not taken yet
+        std::shared_ptr<const TokenSequence> tokens;
+        SequenceCursor cursor;
+        std::shared_ptr<const Macro> macro;
+    };
+
+    // From the file's lexer: false when an included file ended, which is then closed.
+    bool read_file(Lexer& lexer, Token& token) {
+        lexer.read(token);
+        limits_.read_from_source(token_count(token));
+        return taken_from_file(token);
+    }
+    bool read_past_blanks(Lexer& lexer, Token& token) {
+        std::size_t skipped = 0;
+        lexer.read_past_blanks(token, skipped);
+        limits_.read_from_source(skipped + token_count(token));
+        return taken_from_file(token);
+    }
+    bool taken_from_file(const Token& token) {
+        if (token.is(END_OF_FILE) && files_ > 1) {
+            pop();
+            return false;
+        }
+        take_position(token);
+        return true;
+    }
+    void next_from_any(Token& token);
+    void pop();
+    // The lexer to read straight from: the innermost source's when it is a file with nothing
+    // read ahead, else null. Kept up to date by every change of the stack.
+    void find_direct() {
+        const Source& top = sources_.back();
+        direct_ = top.lexer != nullptr && top.ahead.empty() ? top.lexer : nullptr;
+    }
+
+    std::vector<Source> sources_;  // the files, outermost first, then the sequences
+    std::size_t files_ = 1;
+    Lexer* direct_;
+    PreprocessorLimits& limits_;
+    FileIndex file_ = 0;
+    int line_ = 0;
+};
+
+}  // namespace edd
