@@ -143,9 +143,10 @@ bool stage_preprocessor(const StageInput& input, Source&, double& tokens, Keep& 
     edd::InputFiles files;
     auto preprocessor = open_preprocessor(input, diagnostics, files, keep);
     if (!preprocessor) return false;
+    // Read as the parser reads it: past blanks, line ends and comments.
     std::size_t count = 0;
-    for (edd::Token token = preprocessor->next_token(); !token.is(edd::END_OF_FILE);
-         token = preprocessor->next_token())
+    edd::Token token;
+    for (preprocessor->read_significant(token); !token.is(edd::END_OF_FILE); preprocessor->read_significant(token))
         ++count;
     tokens = static_cast<double>(count);
     return messages.str().empty();
