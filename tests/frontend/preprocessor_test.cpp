@@ -153,6 +153,8 @@ const Case cases[] = {
     {"#include \"a.ddl\"\n#include \"b.ddl\"\nend", "first only_two end"},
     {"#include \"guarded.ddl\"\n#include \"guarded.ddl\"\n#include \"plain.ddl\"\n#include \"plain.ddl\"", "g p p"},
     {"#include \"ma.ddl\"\n#include \"mb.ddl\"\nend", "ma mb end"},
+    // A directive made by an expansion: what the expansion holds after it comes first.
+    {"#define F(a,b,c,d) a b c d\nF(#, include, \"a.ddl\", more) x", "more first x"},
     {"x\n#include \"nothere.ddl\"\ny", "x ERR y",
      "main.ddl(2): error: Could not find or read include file nothere.ddl.\nInclude path is:\n$DIR/one\n$DIR/two\n\n"},
     {"#include \"sub/inner.ddl\"\nend", "in ERR end",

@@ -271,15 +271,21 @@ TEST_F(HostileInput, MacroMemory) {
     EXPECT_LT(peak_mib, 512 * memory_factor);
 }
 
-// A body doubled up to 2^18 pastes, and a long string pasted again at every call: each use
-// in a branch not taken (where failures cost nothing but time) walks the body or makes a
-// text only while the guards allow, and a use that fails uses up what is left.
+// Bodies doubled up to 2^18 pastes or 2^19 tokens, and a long string pasted again at every
+// call: each use in a branch not taken (where failures cost nothing but time) walks the
+// body or makes a text only while the guards allow, and a use that fails uses up what is
+// left.
 TEST_F(HostileInput, MacroAmplification) {
-    std::string doubling = std::string(20'000, ' ') + "\n#define A0 x ## y\n";
-    for (int i = 1; i <= 18; ++i)
-        doubling += "#define A" + std::to_string(i) + " A" + std::to_string(i - 1) + " A" + std::to_string(i - 1) + "\n";
+    auto doubling = [](std::string_view first) {
+        std::string text = std::string(20'000, ' ') + "\n#define A0 " + std::string(first) + "\n";
+        for (int i = 1; i <= 18; ++i)
+            text += "#define A" + std::to_string(i) + " A" + std::to_string(i - 1) + " A" + std::to_string(i - 1) + "\n";
+        return text;
+    };
     const std::string pasting = "#define S \"" + std::string(1'000'000, 's') + "\"\n#define P(a) a ## x\n";
-    for (const auto& [definitions, use] : {std::pair{doubling, "A18\n"}, std::pair{pasting, "P(S)\n"}}) {
+    for (const auto& [definitions, use] : {std::pair{doubling("x ## y"), "A18\n"},
+                                           std::pair{doubling("x y") + "#define F(a) A18\n", "F(1)\n"},
+                                           std::pair{pasting, "P(S)\n"}}) {
         long peak_mib = 0;
         const Conversion result =
             convert_measured(std::string(header) + definitions + "#if 0\n" + repeat(use, 1'000) + "#endif\n", peak_mib);
