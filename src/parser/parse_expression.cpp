@@ -170,20 +170,22 @@ ValuePtr Parser::parse_primary_expression() {
 
 // string_value : string { string } | '[' identifier ']' | reference
 ValuePtr Parser::parse_string_value() {
+    const Position where = position_of(peek());
     if (at_kind(STRING)) {
         advance();
-        if (!at_kind(STRING)) return make_simple(ValueKind::STRING, consumed().text());
+        if (!at_kind(STRING)) return observed(make_simple(ValueKind::STRING, consumed().text()), where);
         std::string text(consumed().text());
         while (at_kind(STRING)) {
             advance();
             text += consumed().text();
         }
-        return make_simple(ValueKind::STRING, text);
+        return observed(make_simple(ValueKind::STRING, text), where);
     }
     if (accept("[")) {
+        const Position key_at = position_of(peek());
         const std::string key(read_identifier(true));
         expect("]");
-        return make_simple(ValueKind::DICTIONARY_REFERENCE, key);
+        return observed(make_simple(ValueKind::DICTIONARY_REFERENCE, key), key_at);
     }
     if (at_kind(IDENTIFIER)) return parse_reference();
     advance();
@@ -193,6 +195,7 @@ ValuePtr Parser::parse_string_value() {
 // reference : identifier [ '[' ( reference | integer ) ']' ] { ( '->' | '.' ) identifier }
 // The path is kept as written; the index is the reference's argument.
 ValuePtr Parser::parse_reference() {
+    const Position where = position_of(peek());
     std::string path(read_identifier(false));
     ValuePtr index;
     if (at("[")) {
@@ -220,12 +223,13 @@ ValuePtr Parser::parse_reference() {
     }
     auto* reference = make<ReferenceValue>(path);
     if (index.is_set()) reference->set_argument(index);
-    return reference;
+    return observed(reference, where);
 }
 
 // reference_or_call : reference [ '(' [ expression_list ] ')' ]
 // A call keeps its arguments as the reference's argument (an empty list for f()).
 ValuePtr Parser::parse_reference_or_call() {
+    const Position where = position_of(peek());
     ValuePtr reference = parse_reference();
     if (!at("(")) return reference;
     DepthGuard guard(*this);
@@ -235,7 +239,7 @@ ValuePtr Parser::parse_reference_or_call() {
     // A call keeps its name; an index of the name does not carry over.
     auto* call = make<ReferenceValue>(static_cast<const ReferenceValue&>(*reference).name());
     call->set_argument(arguments);
-    return call;
+    return observed(call, where);
 }
 
 // keyword_combination : keyword { '&' keyword } — one keyword alone, else a list of them

@@ -151,6 +151,7 @@ ItemTable Parser::parse_imported_file(const std::string& name, const std::string
     nested.description_.arena = description_.arena;  // its items become ours
     nested.import_chain_ = import_chain_;
     nested.imports_converted_ = imports_converted_;
+    nested.observer_ = observer_;
     import_chain_->push_back(canonical);
     const int errors_before = get_error_count();
     const bool parsed = nested.parse();

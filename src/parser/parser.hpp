@@ -13,6 +13,7 @@
 #include "files/input_files.hpp"
 #include "model/description.hpp"
 #include "model/type_value.hpp"
+#include "parser/parse_observer.hpp"
 #include "parser/token_reader.hpp"
 #include "validation/profile.hpp"
 
@@ -27,6 +28,8 @@ public:
     bool parse();
     const Description& description() const { return description_; }
     Description take_description() { return std::move(description_); }
+    // Told of every reference, dictionary key and string read, imported files' included.
+    void set_observer(ParseObserver* observer) { observer_ = observer; }
 
 private:
     using Grammar = ValuePtr (Parser::*)();
@@ -45,6 +48,11 @@ private:
     ValuePtr expect_float();
     ValuePtr expect_keyword();
     ValuePtr parse_one_of(const WordSet& words);
+    Position position_of(const Token& token) const { return {token.file(), token.line()}; }
+    ValuePtr observed(ValuePtr value, Position where) {
+        if (observer_ != nullptr) observer_->value_read(*value, where);
+        return value;
+    }
 
     // ---- Top level (parser.cpp) ------------------------------------------------------
     void parse_description();
@@ -173,6 +181,7 @@ private:
     std::shared_ptr<std::size_t> imports_converted_ = std::make_shared<std::size_t>(0);
     std::vector<Token> code_tokens_;  // a method body being read
     std::vector<ValuePtr> list_entries_;  // the entries of the lists being read, innermost last
+    ParseObserver* observer_ = nullptr;
 };
 
 }  // namespace edd
