@@ -45,4 +45,11 @@ void collect_paths(const Item& image, std::vector<std::pair<std::string, std::st
     collect(*image.attribute(AttributeId::PATH), directory_of(image.origin().file_name()), paths);
 }
 
+std::vector<std::string> image_file_candidates(const std::string& directory, const std::string& path,
+                                               const std::vector<std::string>& include_paths) {
+    std::vector<std::string> candidates{directory + "/" + path};
+    for (const std::string& include : include_paths) candidates.push_back(include + "/" + path);
+    return candidates;
+}
+
 }  // namespace edd

@@ -15,4 +15,9 @@ namespace edd {
 // IMAGE, an IMAGE without PATH, and a PATH holding anything but strings and conditionals.
 void collect_paths(const Item& image, std::vector<std::pair<std::string, std::string>>& paths);
 
+// The names an image file (directory, path as written) is looked for under, in order:
+// beside the defining file, then under each include path.
+std::vector<std::string> image_file_candidates(const std::string& directory, const std::string& path,
+                                               const std::vector<std::string>& include_paths);
+
 }  // namespace edd

@@ -35,9 +35,8 @@ constexpr IdentificationField identification_fields[] = {
 // include path.
 std::optional<std::string> read_related_file(InputFiles& files, const std::string& directory, const std::string& path,
                                              const std::vector<std::string>& include_paths) {
-    if (auto bytes = files.read(directory + "/" + path)) return bytes;
-    for (const std::string& include : include_paths)
-        if (auto bytes = files.read(include + "/" + path)) return bytes;
+    for (const std::string& candidate : image_file_candidates(directory, path, include_paths))
+        if (auto bytes = files.read(candidate)) return bytes;
     return std::nullopt;
 }
 
