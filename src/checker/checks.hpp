@@ -53,7 +53,7 @@ inline constexpr Check checks[] = {
      "a source the lexer cannot read to its end: UTF-16 or UTF-32 text, a byte 0xFF"},
     {CheckId::unreferenced_item, "unreferenced-item", "%0 %1 is referenced nowhere, and no top menu reaches it", false,
      "an item nothing names (commands, relations, blocks and connections stand alone and are left out)"},
-    {CheckId::no_top_menu, "no-top-menu", "the description has no top menu: every MENU is named by another", true,
+    {CheckId::no_top_menu, "no-top-menu", "the description has no top menu: no MENU that no other menu names", true,
      "no MENU that no other menu names (or no MENU at all)"},
     {CheckId::second_top_menu, "second-top-menu", "%0 is a second top menu beside %1: no other menu names it", true,
      "more than one MENU that no other menu names"},

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The editor integrations in contrib/ read the program's real diagnostics: every line shape
-# (parser, preprocessor, lexer, imported duplicate, LIKE), in a directory whose name has a
+# (parser, preprocessor, lexer, imported duplicate, LIKE, the checker's findings), in a
+# directory whose name has a
 # blank and parentheses, goes to the right file, line, severity and message in vim's
 # quickfix list (contrib/vim, through :make, so the banner on standard output is there too
 # and -c comes last) and through VS Code's problem matcher, whose regular expression runs
@@ -56,18 +57,36 @@ PATH="$scratch/bin:$PATH" vim -u NONE -i NONE -N -es --cmd "set runtimepath^=$re
     -c 'call writefile(map(filter(getqflist(), "v:val.valid"), {_, e -> join([bufname(e.bufnr), e.lnum, tolower(e.type), e.text], "|")}), "vim.txt")' \
     -c 'call writefile(map(filter(getqflist(), "!v:val.valid"), "v:val.text"), "vim-plain.txt")' \
     -c 'qa!' >/dev/null
-node -e '
-    const fs = require("fs");
-    const pattern = JSON.parse(fs.readFileSync(process.argv[1], "utf8")).tasks[0].problemMatcher.pattern;
-    const expression = new RegExp(pattern.regexp);
-    for (const line of fs.readFileSync(process.argv[2], "utf8").split("\n")) {
-        const m = expression.exec(line);
-        if (m) console.log([m[pattern.file], m[pattern.line], m[pattern.severity][0].toLowerCase(), m[pattern.message]].join("|"));
-    }' "$repo/contrib/vscode/tasks.json" diagnostics.txt >vscode.txt
+# vscode_matches <task> <file>: what the problem matcher of that task finds in the file.
+vscode_matches() {
+    node -e '
+        const fs = require("fs");
+        const pattern = JSON.parse(fs.readFileSync(process.argv[1], "utf8")).tasks[process.argv[2]].problemMatcher.pattern;
+        const expression = new RegExp(pattern.regexp);
+        for (const line of fs.readFileSync(process.argv[3], "utf8").split("\n")) {
+            const m = expression.exec(line);
+            if (m) console.log([m[pattern.file], m[pattern.line], m[pattern.severity][0].toLowerCase(), m[pattern.message]].join("|"));
+        }' "$repo/contrib/vscode/tasks.json" "$1" "$2"
+}
+vscode_matches 0 diagnostics.txt >vscode.txt
+
+# The checker's findings through its own vim compiler and VS Code task; its summary line is
+# no message.
+printf 'MANUFACTURER 1, DEVICE_TYPE 2, DEVICE_REVISION 1, DD_REVISION 1\n\nMENU m { ITEMS { nothing } }\n' >"dir (a)/check.ddl"
+"$(dirname "$program")/tarnwick-check" "dir (a)/check.ddl" >findings.txt || true
+echo 'dir (a)/check.ddl|3|w|nothing is not defined (ITEMS of m) [undefined-reference]' >expected-check.txt
+vim -u NONE -i NONE -N -es --cmd "set runtimepath^=$repo/contrib/vim" -c 'compiler tarnwick-check' \
+    -c 'cgetfile findings.txt' \
+    -c 'call writefile(map(getqflist(), {_, e -> join([bufname(e.bufnr), e.lnum, tolower(e.type), e.text], "|")}), "vim-check.txt")' \
+    -c 'qa!' >/dev/null
+vscode_matches 1 findings.txt >vscode-check.txt
 
 failed=0
 for editor in vim vscode; do
     diff -u --label expected --label "$editor" expected.txt "$editor.txt" || failed=1
 done
 diff -u --label expected --label "vim, plain lines" expected-plain.txt vim-plain.txt || failed=1
+for editor in vim vscode; do
+    diff -u --label expected --label "$editor, checker" expected-check.txt "$editor-check.txt" || failed=1
+done
 exit $failed
