@@ -1,9 +1,10 @@
 # Installs the build, stripped, into a scratch prefix and checks the installed tree: the
-# program runs, the schema (with the file it imports) validates a document, the manual page
-# names the schema where the configured prefix puts it and, when groff or mandoc is at hand,
-# renders without warnings.
+# program runs, the schema (with the file it imports) validates a document, the checker finds
+# nothing in the example, the view's stylesheet makes a page of the document, the manual
+# pages are there, the converter's names the schema where the configured prefix puts it and,
+# when groff or mandoc is at hand, they render without warnings.
 # Variables: BUILD, CONFIG, PREFIX, BINDIR, DATADIR, MANDIR, SCHEMA_DIR (the schema's
-# directory below the configured prefix), BUILT_PROGRAM, XMLLINT, DOCUMENT (an example
+# directory below the configured prefix), BUILT_PROGRAM, XMLLINT, XSLTPROC, DOCUMENT (an example
 # document; the description beside it, with .ddl and .dct, is converted by the installed
 # program and must give that document again).
 file(REMOVE_RECURSE ${PREFIX})
@@ -20,7 +21,11 @@ endif()
 set(program ${PREFIX}/${BINDIR}/tarnwick)
 set(schema ${PREFIX}/${DATADIR}/tarnwick/tarnwick.xsd)
 set(manual ${PREFIX}/${MANDIR}/man1/tarnwick.1)
-foreach(file IN ITEMS ${program} ${schema} ${PREFIX}/${DATADIR}/tarnwick/xml-namespace.xsd ${manual})
+set(checker ${PREFIX}/${BINDIR}/tarnwick-check)
+set(checker_manual ${PREFIX}/${MANDIR}/man1/tarnwick-check.1)
+set(stylesheet ${PREFIX}/${DATADIR}/tarnwick/tarnwick-html.xsl)
+foreach(file IN ITEMS ${program} ${schema} ${PREFIX}/${DATADIR}/tarnwick/xml-namespace.xsd ${manual}
+                      ${checker} ${checker_manual} ${stylesheet})
   if(NOT EXISTS ${file} OR IS_DIRECTORY ${file})
     message(FATAL_ERROR "not installed: ${file}")
   endif()
@@ -56,6 +61,19 @@ if(differs)
   message(FATAL_ERROR "the installed program wrote ${converted}, which differs from ${DOCUMENT}")
 endif()
 
+# The installed checker finds nothing in the example; the installed stylesheet makes a page
+# of its document.
+execute_process(COMMAND ${checker} -p HART ${example_dir}/${example}.ddl -d ${example_dir}/${example}.dct
+                RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "the installed checker: status ${status} on ${example}.ddl:\n${output}${errors}")
+endif()
+execute_process(COMMAND ${XSLTPROC} ${stylesheet} ${converted}
+                RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+if(NOT status EQUAL 0 OR NOT output MATCHES "<html")
+  message(FATAL_ERROR "the installed stylesheet made no page of ${converted} (status ${status}):\n${errors}")
+endif()
+
 # The installed schema finds what it imports.
 if(NOT XMLLINT)
   message(FATAL_ERROR "xmllint was not found when the build was configured; install it "
@@ -70,16 +88,18 @@ endif()
 # The manual page renders cleanly, where a formatter is installed.
 find_program(GROFF groff)
 find_program(MANDOC mandoc)
-if(GROFF)
-  execute_process(COMMAND ${GROFF} -man -Tutf8 -ww -z ${manual}
-                  RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
-elseif(MANDOC)
-  execute_process(COMMAND ${MANDOC} -Tlint -Wwarning ${manual}
-                  RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
-else()
-  message(STATUS "neither groff nor mandoc found; the manual page is not rendered")
-  return()
-endif()
-if(NOT status EQUAL 0 OR NOT errors STREQUAL "" OR NOT output STREQUAL "")
-  message(FATAL_ERROR "${manual} does not render cleanly (status ${status}):\n${output}${errors}")
-endif()
+foreach(page IN ITEMS ${manual} ${checker_manual})
+  if(GROFF)
+    execute_process(COMMAND ${GROFF} -man -Tutf8 -ww -z ${page}
+                    RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+  elseif(MANDOC)
+    execute_process(COMMAND ${MANDOC} -Tlint -Wwarning ${page}
+                    RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+  else()
+    message(STATUS "neither groff nor mandoc found; the manual pages are not rendered")
+    return()
+  endif()
+  if(NOT status EQUAL 0 OR NOT errors STREQUAL "" OR NOT output STREQUAL "")
+    message(FATAL_ERROR "${page} does not render cleanly (status ${status}):\n${output}${errors}")
+  endif()
+endforeach()
