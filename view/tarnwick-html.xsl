@@ -543,14 +543,15 @@
 </xsl:template>
 
 <!-- The length of the mark that starts `text` ("|de|" gives 4), or 0: a '|', two to five
-     letters, '_' or '-', and a '|'. -->
+     letters ('_' and '-' allowed after the first two), and a '|'. -->
 <xsl:template name="mark-length">
   <xsl:param name="text"/>
   <xsl:variable name="code" select="substring-before(substring($text, 2), '|')"/>
   <xsl:choose>
     <xsl:when test="starts-with($text, '|') and contains(substring($text, 2), '|')
                     and string-length($code) &gt;= 2 and string-length($code) &lt;= 5
-                    and translate($code, concat($letters, '_-'), '') = ''">
+                    and translate($code, concat($letters, '_-'), '') = ''
+                    and translate(substring($code, 1, 2), $letters, '') = ''">
       <xsl:value-of select="string-length($code) + 2"/>
     </xsl:when>
     <xsl:otherwise>0</xsl:otherwise>
