@@ -15,19 +15,12 @@ namespace edd {
 
 namespace {
 
+// The action lists are the attributes named *_ACTIONS.
 Place place_of(AttributeId id) {
+    if (name_of(id).ends_with("_ACTIONS")) return Place::action;
     switch (id) {
     case AttributeId::LABEL:
     case AttributeId::HELP: return Place::text;
-    case AttributeId::INIT_ACTIONS:
-    case AttributeId::EXIT_ACTIONS:
-    case AttributeId::PRE_EDIT_ACTIONS:
-    case AttributeId::POST_EDIT_ACTIONS:
-    case AttributeId::PRE_READ_ACTIONS:
-    case AttributeId::POST_READ_ACTIONS:
-    case AttributeId::PRE_WRITE_ACTIONS:
-    case AttributeId::POST_WRITE_ACTIONS:
-    case AttributeId::REFRESH_ACTIONS: return Place::action;
     case AttributeId::DISPLAY_ITEMS:
     case AttributeId::EDIT_ITEMS: return Place::display_item;
     case AttributeId::cause_parameter:
