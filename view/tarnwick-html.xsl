@@ -47,9 +47,9 @@
 <!-- ==== The page ========================================================================= -->
 
 <xsl:template match="/">
-  <html lang="{$lang}">
+  <html>
+    <xsl:if test="$lang != ''"><xsl:attribute name="lang"><xsl:value-of select="$lang"/></xsl:attribute></xsl:if>
     <head>
-      <meta charset="UTF-8"/>
       <title><xsl:call-template name="plain-title"/></title>
       <style><xsl:call-template name="style"/></style>
     </head>
@@ -72,12 +72,12 @@
   </xsl:choose>
 </xsl:template>
 
-<!-- For the window: text alone, the device's numbers. -->
+<!-- For the window, text alone: the device's numbers. -->
 <xsl:template name="plain-title">
-  <xsl:text>Device</xsl:text>
-  <xsl:for-each select="/EDDL/description/MANUFACTURER | /EDDL/description/DEVICE_TYPE | /EDDL/description/DEVICE_REVISION">
-    <xsl:value-of select="concat(' ', name(), ' ', normalize-space(.), */@ref)"/>
-  </xsl:for-each>
+  <xsl:variable name="id" select="/EDDL/description"/>
+  <xsl:value-of select="concat('Device ', normalize-space($id/MANUFACTURER), $id/MANUFACTURER/*/@ref, ' / ',
+                               normalize-space($id/DEVICE_TYPE), $id/DEVICE_TYPE/*/@ref,
+                               ' revision ', normalize-space($id/DEVICE_REVISION))"/>
 </xsl:template>
 
 <xsl:template name="identification">

@@ -12,7 +12,7 @@ void Findings::add(CheckId id, Position where, std::initializer_list<std::string
 }
 
 void Findings::print(std::ostream& out) {
-    std::ranges::stable_sort(findings_, [](const Finding& a, const Finding& b) {
+    std::stable_sort(findings_.begin(), findings_.end(), [](const Finding& a, const Finding& b) {
         return a.where.file != b.where.file ? a.where.file < b.where.file : a.where.line < b.where.line;
     });
     for (const Finding& finding : findings_)

@@ -138,7 +138,7 @@ private:
         std::vector<const Item*> tops;
         for (const Item& item : context_.resolved.items())
             if (item.type() == ItemType::MENU && !named_by_menus_.contains(item.name())) tops.push_back(&item);
-        std::ranges::stable_partition(tops, [](const Item* menu) { return menu->name() == "root_menu"; });
+        std::stable_partition(tops.begin(), tops.end(), [](const Item* menu) { return menu->name() == "root_menu"; });
         if (tops.empty())
             findings_.add(CheckId::no_top_menu, {intern_file_name(context_.input_file), 1}, {});
         for (std::size_t i = 1; i < tops.size(); ++i)
