@@ -424,7 +424,7 @@
 <xsl:template match="enumerator | member | element | response_code | item | data_item" mode="v">
   <div class="entry">
     <xsl:for-each select="*">
-      <span class="part {name()}" title="{name()}"><xsl:apply-templates select="*" mode="v"/></span>
+      <span class="part part-{name()}" title="{name()}"><xsl:apply-templates select="*" mode="v"/></span>
     </xsl:for-each>
   </div>
 </xsl:template>
