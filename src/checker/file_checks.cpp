@@ -9,7 +9,6 @@
 #include "checker/checker_messages.hpp"
 #include "checker/model_walk.hpp"
 #include "files/input_files.hpp"
-#include "model/simple_value.hpp"
 #include "text/text_utils.hpp"
 #include "validation/image_paths.hpp"
 
@@ -32,9 +31,8 @@ bool leaves_directories(std::string_view path) {
 }
 
 void check_image(const Found& found, const CheckContext& context, Findings& findings) {
-    const auto& value = static_cast<const SimpleValue&>(found.value);
-    const std::string path(value.text());
-    const Position where = context.positions.of(value, found.item.origin());
+    const std::string path(found.text);
+    const Position where = context.positions.of(found.value, found.item.origin());
     if (leaves_directories(path)) findings.add(CheckId::unsafe_image_path, where, {path});
     if (!findings.wanted(CheckId::unreadable_image)) return;
     // As the converter's writer looks: beside the defining file, then from the root.
@@ -65,7 +63,7 @@ void check_source(const std::string& name, Findings& findings) {
 
 void check_images(const CheckContext& context, Findings& findings) {
     walk_items(context.parsed.items(), [&](const Found& found) {
-        if (found.place == Place::image_path && found.value.kind() == ValueKind::STRING &&
+        if (found.place == Place::image_path && found.naming == Naming::string &&
             context.resolved_of(found.item).type() == ItemType::IMAGE)
             check_image(found, context, findings);
     });

@@ -61,13 +61,18 @@ public:
     void walk(const Value& value, Place place) {
         switch (value.kind()) {
         case ValueKind::STRING:
-        case ValueKind::DICTIONARY_REFERENCE:
+        case ValueKind::DICTIONARY_REFERENCE: {
             // A string among menu items is shown as a text.
-            found_({item_, attribute_, place == Place::menu_item ? Place::text : place, value});
+            const Naming naming = value.kind() == ValueKind::STRING ? Naming::string : Naming::dictionary_key;
+            const std::string_view text = static_cast<const SimpleValue&>(value).text();
+            found_({item_, attribute_, place == Place::menu_item ? Place::text : place, naming, text, value});
             return;
+        }
         case ValueKind::REFERENCE: {
-            found_({item_, attribute_, place, value});
+            // A call keeps its arguments as its argument; an index keeps its '[' in the path.
             const auto& reference = static_cast<const ReferenceValue&>(value);
+            const bool call = reference.has_argument() && reference.name().find('[') == std::string_view::npos;
+            found_({item_, attribute_, place, call ? Naming::call : Naming::reference, reference.name(), value});
             if (reference.has_argument()) walk(*reference.argument(), Place::value);
             return;
         }

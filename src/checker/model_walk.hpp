@@ -32,15 +32,26 @@ enum class Place : std::uint8_t {
     image_path,      // a string of an image's PATH
 };
 
+// What a found value is; the checks learn no more of the model's values than this.
+enum class Naming : std::uint8_t {
+    reference,       // a name or a path: "pv", "sensors[i].VALUE"
+    call,            // a name called with arguments, a function of the host: "f" of f(x)
+    dictionary_key,  // [key]
+    string,          // a string literal
+};
+
 struct Found {
     const Item& item;        // the item whose attribute holds the value
     AttributeId attribute;
     Place place;
-    const Value& value;      // of kind REFERENCE, DICTIONARY_REFERENCE or STRING
+    Naming naming;
+    std::string_view text;   // the path as written, the key, or the string
+    const Value& value;      // the value the parser reported the position of
 };
 
 // Calls `found` for each reference, dictionary key and string of the items, in item order
-// and, within an item, in attribute and source order; indices and conditions included.
+// and, within an item, in attribute and source order; indices, arguments and conditions
+// included.
 void walk_items(std::span<const Item> items, const std::function<void(const Found&)>& found);
 
 // The names of an item's MEMBERS, every branch of their conditionals included, sorted;

@@ -10,7 +10,6 @@
 #include "checker/check_context.hpp"
 #include "checker/checker_messages.hpp"
 #include "checker/model_walk.hpp"
-#include "model/reference_value.hpp"
 
 namespace edd {
 
@@ -80,7 +79,7 @@ public:
 
     void run() {
         walk_items(context_.parsed.items(), [this](const Found& found) {
-            if (found.value.kind() == ValueKind::REFERENCE) reference(found);
+            if (found.naming == Naming::reference) reference(found);
         });
         for (const Item& item : context_.parsed.items()) {
             if (!item.has_parent()) continue;
@@ -94,10 +93,7 @@ public:
 
 private:
     void reference(const Found& found) {
-        const auto& reference = static_cast<const ReferenceValue&>(found.value);
-        const std::string_view path = reference.name();
-        // A call names a function of the host (f(x)); an index keeps its '[' in the path.
-        if (reference.has_argument() && path.find('[') == std::string_view::npos) return;
+        const std::string_view path = found.text;
         const std::string_view name = leading_name(path);
         if (name.empty()) return;
         referenced_.insert(name);

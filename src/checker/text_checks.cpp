@@ -11,18 +11,24 @@
 #include "checker/language_texts.hpp"
 #include "checker/model_walk.hpp"
 #include "diagnostics/format.hpp"
-#include "model/simple_value.hpp"
 
 namespace edd {
 
 namespace {
 
+// A text where it stands: a string or a dictionary key.
+struct Text {
+    const Item* item;
+    const Value* value;
+    bool key;
+    std::string_view text;  // the string, or the key
+};
+
 // How a text is named in a finding: the string in quotes, cut short, or the key in brackets.
-std::string text_label(const SimpleValue& value) {
+std::string text_label(const Text& text) {
     constexpr std::size_t longest = 40;
-    if (value.kind() == ValueKind::DICTIONARY_REFERENCE) return concat({"[", value.text(), "]"});
-    const std::string_view text = value.text();
-    return concat({"\"", text.substr(0, longest), text.size() > longest ? "...\"" : "\""});
+    if (text.key) return concat({"[", text.text, "]"});
+    return concat({"\"", text.text.substr(0, longest), text.text.size() > longest ? "...\"" : "\""});
 }
 
 class TextChecks {
@@ -31,31 +37,25 @@ public:
 
     void run() {
         walk_items(context_.parsed.items(), [this](const Found& found) {
-            if (found.value.kind() == ValueKind::DICTIONARY_REFERENCE) key(found);
-            if (found.place == Place::text && found.value.kind() != ValueKind::REFERENCE)
-                texts_.push_back({&found.item, static_cast<const SimpleValue*>(&found.value)});
+            if (found.naming == Naming::dictionary_key) key(found);
+            if (found.place == Place::text && (found.naming == Naming::dictionary_key || found.naming == Naming::string))
+                texts_.push_back({&found.item, &found.value, found.naming == Naming::dictionary_key, found.text});
         });
         if (findings_.wanted(CheckId::missing_language)) languages();
     }
 
 private:
-    struct Text {
-        const Item* item;
-        const SimpleValue* value;
-    };
-
     void key(const Found& found) {
-        const auto& value = static_cast<const SimpleValue&>(found.value);
-        if (context_.dictionary == nullptr || context_.dictionary->contains(value.text())) return;
-        findings_.add(CheckId::undefined_dictionary_key, context_.positions.of(value, found.item.origin()),
-                      {value.text()});
+        if (context_.dictionary == nullptr || context_.dictionary->contains(found.text)) return;
+        findings_.add(CheckId::undefined_dictionary_key, context_.positions.of(found.value, found.item.origin()),
+                      {found.text});
     }
 
-    // The text itself, or the dictionary's; nothing for a key without one.
-    std::optional<std::string_view> text_of(const SimpleValue& value) const {
-        if (value.kind() == ValueKind::STRING) return value.text();
-        if (context_.dictionary != nullptr && context_.dictionary->contains(value.text()))
-            return context_.dictionary->text(value.text());
+    // The string itself, or the key's text; nothing for a key without one.
+    std::optional<std::string_view> body_of(const Text& text) const {
+        if (!text.key) return text.text;
+        if (context_.dictionary != nullptr && context_.dictionary->contains(text.text))
+            return context_.dictionary->text(text.text);
         return std::nullopt;
     }
 
@@ -64,17 +64,15 @@ private:
     void languages() {
         std::vector<std::string_view> all;
         for (const Text& text : texts_)
-            if (const std::optional<std::string_view> body = text_of(*text.value))
+            if (const std::optional<std::string_view> body = body_of(text))
                 for (const LanguageText& part : split_languages(*body))
                     if (!part.language.empty() && std::ranges::find(all, part.language) == all.end())
                         all.push_back(part.language);
         if (all.size() < 2) return;
         std::unordered_set<std::string_view> keys_reported;
         for (const Text& text : texts_) {
-            const std::optional<std::string_view> body = text_of(*text.value);
-            if (!body) continue;
-            if (text.value->kind() == ValueKind::DICTIONARY_REFERENCE && !keys_reported.insert(text.value->text()).second)
-                continue;
+            const std::optional<std::string_view> body = body_of(text);
+            if (!body || (text.key && !keys_reported.insert(text.text).second)) continue;
             missing(text, split_languages(*body), all);
         }
     }
@@ -91,7 +89,7 @@ private:
         }
         if (absent.empty()) return;
         findings_.add(CheckId::missing_language, context_.positions.of(*text.value, text.item->origin()),
-                      {text_label(*text.value), absent});
+                      {text_label(text), absent});
     }
 
     const CheckContext& context_;
