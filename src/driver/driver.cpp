@@ -96,7 +96,7 @@ std::optional<int> load_dictionaries(const Options& options, InputFiles& files, 
         Lexer lexer(Lexer::FromText{}, std::move(*text), name, diagnostics);
         DictionaryReader reader(lexer, diagnostics);
         if (!reader.load()) return exit_status::parse_failed;
-        merged.append_all(reader.dictionary());
+        merged.append_all(reader.take_dictionary());
     }
     return std::nullopt;
 }
@@ -200,7 +200,7 @@ int convert(Options& options, Diagnostics& diagnostics, Cleanup cleanup) {
     if (!options.dictionary_files.empty()) {
         Dictionary dictionary;
         if (auto status = load_dictionaries(options, files, diagnostics, dictionary)) return *status;
-        writer.set_dictionary(dictionary);
+        writer.set_dictionary(std::move(dictionary));
     }
 
     writer.build();

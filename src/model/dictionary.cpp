@@ -17,9 +17,12 @@ void Dictionary::add(DictionaryEntry entry) {
     append(std::move(entry));
 }
 
-void Dictionary::append_all(const Dictionary& other) {
-    entries_.reserve(entries_.size() + other.entries_.size());
-    for (const DictionaryEntry& entry : other.entries_) append(entry);
+// No reserve of the exact sum here: merging file after file would then copy everything
+// merged so far once per file. The vector's own growth keeps the merge linear.
+void Dictionary::append_all(Dictionary&& other) {
+    for (DictionaryEntry& entry : other.entries_) append(std::move(entry));
+    other.entries_.clear();
+    other.first_.clear();
 }
 
 void Dictionary::append(DictionaryEntry entry) {

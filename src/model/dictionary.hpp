@@ -31,8 +31,9 @@ public:
     const std::string& text(std::string_view key) const { return entry(key).text; }
     // A key that is there already throws std::invalid_argument.
     void add(DictionaryEntry entry);
-    // Appends without the duplicate check: lookups then find the earlier entry.
-    void append_all(const Dictionary& other);
+    // Appends without the duplicate check: lookups then find the earlier entry. The
+    // entries are moved out of `other`.
+    void append_all(Dictionary&& other);
     const std::vector<DictionaryEntry>& entries() const { return entries_; }
 
 private:

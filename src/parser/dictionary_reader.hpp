@@ -1,6 +1,8 @@
 // Reads a dictionary file: entries "[n, m] key "text" { "text" }" straight from the lexer.
 #pragma once
 
+#include <utility>
+
 #include "model/dictionary.hpp"
 #include "parser/token_reader.hpp"
 
@@ -13,6 +15,7 @@ public:
     // False when an entry was malformed or a key came twice; lets no exception out.
     bool load();
     const Dictionary& dictionary() const { return dictionary_; }
+    Dictionary take_dictionary() { return std::move(dictionary_); }
 
 private:
     void parse_entry();

@@ -36,7 +36,7 @@ public:
 
     const Description& description() const { return description_; }
 
-    void set_dictionary(const Dictionary& dictionary) { dictionary_ = dictionary; }
+    void set_dictionary(Dictionary dictionary) { dictionary_ = std::move(dictionary); }
     // Gathers what the document needs besides the model (the used dictionary keys, the
     // image files, the items in name order), once; again only when forced. Throws what
     // the image paths throw (std::logic_error), leaving the writer unbuilt.
