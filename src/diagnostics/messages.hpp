@@ -38,6 +38,8 @@ inline constexpr std::string_view outputs_collide = "Output files %0 and %1 are 
 inline constexpr std::string_view output_was_read = "Output file %0 is the same file as %1, which the run read.";
 inline constexpr std::string_view dump_not_saved = "Could not save the dump to %0: %1.";
 inline constexpr std::string_view dependency_file_not_saved = "Could not save the dependency file %0: %1.";
+inline constexpr std::string_view dependency_name_unwritable =
+    "The dependency file %0 cannot list %1: make would misread that name.";
 inline constexpr std::string_view file_too_large = "File %0 is larger than 1 GiB.";
 
 // Imports.

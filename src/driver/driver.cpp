@@ -83,6 +83,16 @@ std::optional<int> check_outputs_against_inputs(const Options& options, const In
     return std::nullopt;
 }
 
+// A dependency file that make would misread breaks the build that asked for it, after a
+// run that seemed to succeed: refused before anything is written.
+std::optional<int> check_dependency_names(const Options& options, const InputFiles& files, Diagnostics& diagnostics) {
+    if (options.dependency_file.empty()) return std::nullopt;
+    const std::optional<std::string> name = unwritable_dependency_name(options.output_file, files.paths());
+    if (!name) return std::nullopt;
+    diagnostics.line(format_message(messages::dependency_name_unwritable, {options.dependency_file, *name}));
+    return exit_status::file_not_opened;
+}
+
 // Loads the -d files in order into one dictionary. Returns the exit status when a file
 // cannot be opened or read.
 std::optional<int> load_dictionaries(const Options& options, InputFiles& files, Diagnostics& diagnostics,
@@ -205,6 +215,7 @@ int convert(Options& options, Diagnostics& diagnostics, Cleanup cleanup) {
 
     writer.build();
     if (auto status = check_outputs_against_inputs(options, files, diagnostics)) return *status;
+    if (auto status = check_dependency_names(options, files, diagnostics)) return *status;
     std::optional<StagedFile> dump, dependencies;
     if (options.dump) dump.emplace(options.dump_file, messages::dump_not_saved, dump_text(writer.description()));
     if (!options.dependency_file.empty())

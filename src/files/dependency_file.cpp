@@ -36,7 +36,29 @@ void append_escaped(std::string& out, std::string_view name) {
     }
 }
 
+// "C:/lib" and "C:\\lib" are names make reads on Windows, where files are named so.
+#ifdef _WIN32
+constexpr bool drive_letters = true;
+#else
+constexpr bool drive_letters = false;
+#endif
+
+bool writable(std::string_view name) {
+    if (name.find_first_of("\r\n") != std::string_view::npos) return false;
+    const bool drive = drive_letters && name.size() > 2 && name[1] == ':' && (name[2] == '/' || name[2] == '\\') &&
+                       ((name[0] >= 'A' && name[0] <= 'Z') || (name[0] >= 'a' && name[0] <= 'z'));
+    return name.find(':', drive ? 2 : 0) == std::string_view::npos;
+}
+
 }  // namespace
+
+std::optional<std::string> unwritable_dependency_name(std::string_view target,
+                                                      const std::vector<std::string>& prerequisites) {
+    if (!writable(target)) return std::string(target);
+    for (const std::string& name : prerequisites)
+        if (!writable(name)) return name;
+    return std::nullopt;
+}
 
 std::string make_dependency_rules(std::string_view target, const std::vector<std::string>& prerequisites) {
     std::string out;
