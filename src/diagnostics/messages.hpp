@@ -41,6 +41,9 @@ inline constexpr std::string_view dependency_file_not_saved = "Could not save th
 inline constexpr std::string_view dependency_name_unwritable =
     "The dependency file %0 cannot list %1: make would misread that name.";
 inline constexpr std::string_view file_too_large = "File %0 is larger than 1 GiB.";
+inline constexpr std::string_view stream_too_large = "File %0 is a pipe or device that did not end within 16 MiB.";
+inline constexpr std::string_view stream_stalled = "File %0 is a pipe or device that sent nothing for a second.";
+inline constexpr std::string_view pipe_without_reader = "no process reads from it";
 
 // Imports.
 inline constexpr std::string_view duplicate_object = "Duplicate definition of object ";

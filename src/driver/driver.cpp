@@ -19,6 +19,8 @@
 #include "files/dependency_file.hpp"
 #include "files/input_files.hpp"
 #include "files/output_file.hpp"
+#include "files/output_stream.hpp"
+#include "files/temporary_files.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
 #include "model/description.hpp"
@@ -186,8 +188,7 @@ private:
 };
 
 // The steps after the command line; exceptions escaping them are the caller's.
-int convert(Options& options, Diagnostics& diagnostics, Cleanup cleanup) {
-    InputFiles files;
+int convert(Options& options, InputFiles& files, Diagnostics& diagnostics, Cleanup cleanup) {
     std::optional<std::string> source = files.read(options.input_file);
     if (!source) {
         diagnostics.line(failure(messages::failed_to_open_input, options.input_file));
@@ -215,6 +216,8 @@ int convert(Options& options, Diagnostics& diagnostics, Cleanup cleanup) {
 
     writer.build();
     if (auto status = check_outputs_against_inputs(options, files, diagnostics)) return *status;
+    // The -e file naming a source fails the run too; the -e file's end reports it.
+    if (!options.diagnostics_file.empty() && files.find(options.diagnostics_file)) return exit_status::file_not_opened;
     if (auto status = check_dependency_names(options, files, diagnostics)) return *status;
     std::optional<StagedFile> dump, dependencies;
     if (options.dump) dump.emplace(options.dump_file, messages::dump_not_saved, dump_text(writer.description()));
@@ -227,17 +230,59 @@ int convert(Options& options, Diagnostics& diagnostics, Cleanup cleanup) {
     return exit_status::success;
 }
 
-}  // namespace
+// The source among the files the run read, or the -d files it may read, that `output` names;
+// null when none.
+const std::string* source_named_by(const std::string& output, const Options& options, const InputFiles& files) {
+    if (const std::string* read = files.find(output)) return read;
+    for (const std::string& dictionary : options.dictionary_files)
+        if (same_file(output, dictionary)) return &dictionary;
+    return nullptr;
+}
 
-int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, Cleanup cleanup) {
+// The -e file, written beside its target like the document, so that opening it destroys
+// nothing the run has yet to read. It is put in place when the run ends (or is
+// interrupted) with every line, unless it names a source: then nothing of it is kept, and
+// what it received goes to standard error instead, so that no line is lost.
+class DiagnosticsFile {
+public:
+    DiagnosticsFile(const Options& options, InputFiles& files) : stream_(options.diagnostics_file) {
+        auto keep_nothing = [this] { stream_.file().set_on_interrupt(temporary_files::OnInterrupt::remove); };
+        files.watch(options.diagnostics_file, keep_nothing);
+        for (const std::string& dictionary : options.dictionary_files)
+            if (same_file(options.diagnostics_file, dictionary)) keep_nothing();
+    }
+    std::ostream& stream() { return stream_; }
+
+    int finish(int status, const Options& options, const InputFiles& files, std::ostream& err) {
+        stream_.flush();
+        const std::string* source = source_named_by(options.diagnostics_file, options, files);
+        if (source == nullptr || stream_.file().direct()) {
+            try {
+                stream_.file().commit();
+            } catch (const std::system_error&) {  // as with any failed write of diagnostics
+            }
+            return status;
+        }
+        std::ifstream received(stream_.file().written_to(), std::ios::binary);
+        if (received.peek() != std::ifstream::traits_type::eof()) err << received.rdbuf();  // none: err would fail
+        Diagnostics(err, err).standard_error(
+            format_message(messages::output_was_read, {options.diagnostics_file, *source}));
+        return exit_status::file_not_opened;
+    }
+
+private:
+    OutputStream stream_;
+};
+
+// The steps from the banner on; the -e file is the caller's to finish.
+int run_steps(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, Options& options,
+              InputFiles& files, std::unique_ptr<DiagnosticsFile>& diagnostics_file, Cleanup cleanup) {
     Diagnostics early(err, err);  // until the diagnostics file is open
-    std::ofstream diagnostics_file;
     std::unique_ptr<Diagnostics> diagnostics;
     try {
         // Flushed, so that the banner comes first wherever the document goes (-o /dev/stdout).
         out << messages::banner << "\n\n";
         out.flush();
-        Options options;
         options.program_name = program_name_of(arguments.empty() ? std::string() : arguments.front());
         if (arguments.size() <= 1) {
             print_help(out, options.program_name);
@@ -249,12 +294,13 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         if (auto status = check_output_names(options, early)) return *status;
 
         if (!options.diagnostics_file.empty()) {
-            diagnostics_file.open(options.diagnostics_file, std::ios::out | std::ios::trunc);
-            if (!diagnostics_file) {
+            try {
+                diagnostics_file = std::make_unique<DiagnosticsFile>(options, files);
+            } catch (const std::system_error&) {
                 early.standard_error(failure(messages::cannot_open_error_file, options.diagnostics_file));
                 return exit_status::file_not_opened;
             }
-            diagnostics = std::make_unique<Diagnostics>(diagnostics_file, err);
+            diagnostics = std::make_unique<Diagnostics>(diagnostics_file->stream(), err);
         }
         Diagnostics& report = diagnostics ? *diagnostics : early;
         if (options.input_file.empty()) {
@@ -269,7 +315,7 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         options.include_paths.push_back(directory_part(options.input_file));
 
         try {
-            return convert(options, report, cleanup);
+            return convert(options, files, report, cleanup);
         } catch (const FileTooLarge& e) {  // the input, a dictionary or an image
             report.line(e.what());
             return exit_status::file_not_opened;
@@ -278,6 +324,16 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         (diagnostics ? *diagnostics : early).fatal(e.what(), readable_type_name(typeid(e)));
         return exit_status::fatal;
     }
+}
+
+}  // namespace
+
+int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, Cleanup cleanup) {
+    Options options;
+    InputFiles files;
+    std::unique_ptr<DiagnosticsFile> diagnostics_file;
+    const int status = run_steps(arguments, out, err, options, files, diagnostics_file, cleanup);
+    return diagnostics_file ? diagnostics_file->finish(status, options, files, err) : status;
 }
 
 }  // namespace edd

@@ -1,17 +1,16 @@
 // The entry point: the whole program is edd::run.
-#include <csignal>
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "driver/driver.hpp"
+#include "files/platform.hpp"
+#include "files/temporary_files.hpp"
 
 int main(int argc, char** argv) {
-    // Beyond a file-size limit a write then fails with EFBIG, and the run reports it,
-    // instead of the process being killed with a half-written file.
-    std::signal(SIGXFSZ, SIG_IGN);
+    edd::platform::prepare_process(edd::temporary_files::clean_up);
     std::vector<std::string> arguments(argv, argv + argc);
     const int status = edd::run(arguments, std::cout, std::cerr, edd::Cleanup::leave_to_exit);
     std::cout.flush();
-    return status & 0xFF;
+    return edd::platform::exit_status(status);
 }

@@ -4,14 +4,15 @@
 // that does not open as written is looked up as on Windows (files/file_names.hpp).
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
+
+#include "files/platform.hpp"
 
 namespace edd {
 
@@ -19,22 +20,26 @@ namespace edd {
 // devices and pipes are never the same file in this sense.
 bool same_file(const std::string& a, const std::string& b);
 
-// A file longer than InputFiles::max_size, or one that does not end (/dev/zero). Its
-// message names the file.
+// A file beyond the bounds of InputFiles; its message names the file.
 class FileTooLarge : public std::runtime_error {
 public:
-    explicit FileTooLarge(const std::string& name);
+    using std::runtime_error::runtime_error;
 };
 
 class InputFiles {
 public:
-    // Far beyond any description, dictionary or image; reading stops there, so that a
-    // source that never ends costs a second and this much memory, not all there is.
+    // Far beyond any description, dictionary or image, and refused from its size before
+    // anything is read.
     static constexpr std::size_t max_size = std::size_t{1} << 30;
+    // A pipe or device (whose size nobody knows) must end within this many bytes, with no
+    // pause longer than the patience, so that one that never ends (/dev/zero, a pipe
+    // nobody writes to) costs a second and a few megabytes. Write larger ones to a file.
+    static constexpr std::size_t max_stream_size = std::size_t{16} << 20;
+    static constexpr int stream_patience_ms = 1000;
 
-    // The bytes of a regular file; nothing when it cannot be opened or read (a directory,
-    // say). Throws FileTooLarge beyond max_size.
-    std::optional<std::string> read(const std::string& name);
+    // The bytes of a file; nothing when it cannot be opened or read (a directory, say).
+    // Throws FileTooLarge beyond the bounds, naming the file `shown` (by default `name`).
+    std::optional<std::string> read(const std::string& name, const std::string& shown = std::string());
     // The file can be opened for reading and is not a directory.
     static bool readable(const std::string& name);
     // Every file read, each once under the name it was first read by, in that order.
@@ -44,13 +49,20 @@ public:
     const std::vector<std::string>& paths() const { return paths_; }
     // The name of the file read that `path` also names, or null.
     const std::string* find(const std::string& path) const;
+    // `when_read` is called if the file `name` names now is read later.
+    void watch(const std::string& name, std::function<void()> when_read);
 
 private:
-    void record(const std::string& name, const std::string& path, int fd);
+    void record(const std::string& name, const std::string& path, const platform::FileId& id);
 
     std::vector<std::string> names_;
     std::vector<std::string> paths_;
-    std::vector<std::pair<dev_t, ino_t>> ids_;  // one per name
+    std::vector<platform::FileId> ids_;  // one per name
+    struct Watch {
+        platform::FileId id;
+        std::function<void()> when_read;
+    };
+    std::vector<Watch> watches_;
 };
 
 }  // namespace edd

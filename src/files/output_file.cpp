@@ -1,99 +1,91 @@
 #include "files/output_file.hpp"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <utility>
+
+#include "diagnostics/messages.hpp"
 
 namespace edd {
 
 namespace {
 
-[[noreturn]] void fail(const std::string& name) { throw std::system_error(errno, std::generic_category(), name); }
-
-bool same_file(const struct stat& a, int fd) {
-    struct stat b;
-    return ::fstat(fd, &b) == 0 && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+// The file a chain of symbolic links ends at, existing or not: replacing it keeps the
+// links, and a dangling link has the file it names made, never itself replaced.
+std::string link_target(const std::string& name) {
+    std::filesystem::path path(name);
+    std::error_code error;
+    for (int hops = 0; hops < 40 && std::filesystem::is_symlink(std::filesystem::symlink_status(path, error)); ++hops) {
+        const std::filesystem::path next = std::filesystem::read_symlink(path, error);
+        if (error) break;
+        path = next.is_absolute() ? next : path.parent_path() / next;
+    }
+    return path.string();
 }
 
-// The mode a new file gets from open(): 0666 less the umask.
-mode_t creation_mode() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
-}
+class FilesCategory : public std::error_category {
+public:
+    const char* name() const noexcept override { return "tarnwick files"; }
+    std::string message(int) const override { return std::string(messages::pipe_without_reader); }
+};
 
 }  // namespace
 
-OutputFile::OutputFile(std::string name) : name_(std::move(name)), target_(name_) {
-    struct stat target;
-    const bool exists = ::stat(name_.c_str(), &target) == 0;
-    // "-o /dev/stdout": go on in the program's own output, after what is there already.
-    for (const int standard : {STDOUT_FILENO, STDERR_FILENO}) {
-        if (exists && same_file(target, standard)) {
-            fd_ = standard;
-            owns_fd_ = false;
-            return;
-        }
-    }
-    if (exists && !S_ISREG(target.st_mode)) {
-        fd_ = ::open(name_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-        if (fd_ < 0) fail(name_);
+const std::error_category& files_category() {
+    static const FilesCategory category;
+    return category;
+}
+
+OutputFile::OutputFile(std::string name, temporary_files::OnInterrupt on_interrupt)
+    : name_(std::move(name)), target_(link_target(name_)) {
+    const std::optional<platform::FileInfo> existing = platform::file_info(name_);
+    std::error_code error;
+    // "-o /dev/stdout": go on in the program's own output, after what is there already,
+    // even where that is a regular file.
+    if (existing) file_ = platform::standard_stream(*existing);
+    if (file_ != platform::no_handle) {
+        owns_file_ = false;
         return;
     }
-    // A symbolic link stays: the file it names is replaced.
-    struct stat link;
-    if (::lstat(name_.c_str(), &link) == 0 && S_ISLNK(link.st_mode)) {
-        std::error_code error;
-        const auto resolved = std::filesystem::weakly_canonical(name_, error);
-        if (!error) target_ = resolved.string();
+    if (existing && existing->kind != platform::FileKind::regular) {
+        file_ = platform::open_existing_for_writing(name_, error);
+        if (file_ == platform::no_handle) throw std::system_error(error, name_);
+        return;
     }
-    const auto directory = std::filesystem::path(target_).parent_path();
-    temporary_ = (directory.empty() ? std::string(".") : directory.string()) + "/.tarnwick-XXXXXX";
-    fd_ = ::mkstemp(temporary_.data());
-    if (fd_ < 0) {
+    // A replaced file keeps its permissions; a new one gets the usual ones.
+    const std::uint32_t mode = existing ? existing->mode : platform::new_file_mode();
+    file_ = platform::create_temporary(std::filesystem::path(target_).parent_path().string(), mode, temporary_, error);
+    if (file_ == platform::no_handle) {
         temporary_.clear();
-        fail(name_);
+        throw std::system_error(error, name_);
     }
-    if (::fchmod(fd_, exists ? (target.st_mode & 07777) : creation_mode()) != 0) {
-        // A constructor that throws runs no destructor: the temporary file goes here.
-        const int error = errno;
-        ::close(fd_);
-        ::unlink(temporary_.c_str());
-        errno = error;
-        fail(name_);
-    }
+    slot_ = temporary_files::add(temporary_, target_, on_interrupt);
 }
 
 OutputFile::~OutputFile() {
     close_file();
-    if (!temporary_.empty()) ::unlink(temporary_.c_str());
+    if (temporary_.empty()) return;
+    temporary_files::forget(slot_);
+    platform::remove(temporary_.c_str());
 }
 
 void OutputFile::write(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(fd_, bytes.data(), bytes.size());
-        if (written < 0) {
-            if (errno == EINTR) continue;
-            fail(name_);
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
+    if (const std::error_code error = platform::write(file_, bytes)) throw std::system_error(error, name_);
 }
 
-bool OutputFile::close_file() {
-    const int fd = std::exchange(fd_, -1);
-    return fd < 0 || !owns_fd_ || ::close(fd) == 0;
+std::error_code OutputFile::close_file() {
+    const platform::Handle file = std::exchange(file_, platform::no_handle);
+    if (file == platform::no_handle || !owns_file_) return {};
+    return platform::close_written(file);
 }
 
 void OutputFile::commit() {
-    if (!close_file()) fail(name_);
+    if (const std::error_code error = close_file()) throw std::system_error(error, name_);
     if (temporary_.empty()) return;
-    if (::rename(temporary_.c_str(), target_.c_str()) != 0) fail(name_);
+    if (const std::error_code error = platform::replace(temporary_.c_str(), target_.c_str()))
+        throw std::system_error(error, name_);
+    temporary_files::forget(slot_);  // after: until then an interruption removes the file
     temporary_.clear();
 }
 
