@@ -103,6 +103,14 @@ bool InputFiles::readable(const std::string& name) {
     return info && info->kind != platform::FileKind::directory;
 }
 
+std::optional<platform::FileId> InputFiles::identify(const std::string& name) {
+    std::string path;
+    const OpenFile file(open_input(name, path));
+    if (!file.is_open()) return std::nullopt;
+    const std::optional<platform::FileInfo> info = platform::file_info(file.get());
+    return info ? std::optional<platform::FileId>(info->id) : std::nullopt;
+}
+
 std::optional<std::string> InputFiles::read(const std::string& name, const std::string& shown) {
     std::string path;
     const OpenFile file(open_input(name, path));

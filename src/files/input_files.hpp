@@ -42,6 +42,8 @@ public:
     std::optional<std::string> read(const std::string& name, const std::string& shown = std::string());
     // The file can be opened for reading and is not a directory.
     static bool readable(const std::string& name);
+    // Which file read(name) would read; nothing when it cannot be opened.
+    static std::optional<platform::FileId> identify(const std::string& name);
     // Every file read, each once under the name it was first read by, in that order.
     const std::vector<std::string>& names() const { return names_; }
     // The same files under the names they were opened by, which differ from names() where

@@ -23,7 +23,7 @@ enum class FileKind { regular, directory, pipe, other };  // other: a device, a 
 struct FileId {
     std::uint64_t volume = 0;
     std::uint64_t index = 0;
-    friend bool operator==(const FileId&, const FileId&) = default;
+    friend auto operator<=>(const FileId&, const FileId&) = default;
 };
 
 struct FileInfo {

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <deque>
+#include <optional>
 #include <unordered_map>
 #include <map>
 #include <stdexcept>
@@ -51,12 +53,17 @@ std::string resolve_import(const std::string& name, const std::vector<std::strin
 
 // The items an import takes over, in import order, findable by name through an index: an
 // item may be selected twice (EVERYTHING, then by name), and a lookup finds the first of
-// them that is still there, as REDEFINE and DELETE expect.
+// them that is still there, as REDEFINE and DELETE expect. The items are those of the
+// imported file's table, shared with every other IMPORT of it; one that is redefined is
+// first copied for this import alone.
 class Parser::ImportSet {
 public:
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+
     void add(const Item& item) {
         const std::size_t at = items_.size();
-        items_.push_back(item);
+        items_.push_back(&item);
+        redefined_.push_back(nullptr);
         removed_.push_back(false);
         next_.push_back(none);
         auto [chain, inserted] = chains_.try_emplace(item.name(), Chain{at, at});
@@ -65,31 +72,42 @@ public:
         else next_[chain->second.last] = at;
         chain->second.last = at;
     }
-    // What is removed never comes back, so the chain's head moves past it for good: a name
-    // selected and deleted many times costs no more than once each.
-    Item* find(std::string_view name) {
+    // The first selection of the name still there, or none. What is removed never comes
+    // back, so the chain's head moves past it for good: a name selected and deleted many
+    // times costs no more than once each.
+    std::size_t find(std::string_view name) {
         auto it = chains_.find(name);
-        if (it == chains_.end()) return nullptr;
+        if (it == chains_.end()) return none;
         std::size_t& first = it->second.first;
         while (first != none && removed_[first]) first = next_[first];
-        return first == none ? nullptr : &items_[first];
+        return first;
     }
-    void remove(const Item& item) { removed_[static_cast<std::size_t>(&item - items_.data())] = true; }
+    const Item& item(std::size_t at) const { return *items_[at]; }
+    // The selection's own copy, for a REDEFINE.
+    Item& own(std::size_t at) {
+        if (redefined_[at] == nullptr) {
+            redefined_[at] = &copies_.emplace_back(*items_[at]);
+            items_[at] = redefined_[at];
+        }
+        return *redefined_[at];
+    }
+    void remove(std::size_t at) { removed_[at] = true; }
     std::size_t size() const { return items_.size(); }  // the removed ones included
 
     template <class F>
-    void for_each(F&& f) {
+    void for_each(F&& f) const {
         for (std::size_t at = 0; at < items_.size(); ++at)
-            if (!removed_[at]) f(items_[at]);
+            if (!removed_[at]) f(*items_[at]);
     }
 
 private:
-    static constexpr std::size_t none = static_cast<std::size_t>(-1);
     struct Chain {
         std::size_t first;  // the first item of the name still there, or none
         std::size_t last;
     };
-    std::vector<Item> items_;
+    std::vector<const Item*> items_;
+    std::vector<Item*> redefined_;  // this import's copy, or null
+    std::deque<Item> copies_;       // a deque: the copies stay where they are
     std::vector<bool> removed_;
     std::vector<std::size_t> next_;  // the next item of the same name, or none
     std::unordered_map<std::string_view, Chain> chains_;
@@ -109,35 +127,47 @@ void Parser::parse_import() {
     }
     const std::string path = name.empty() ? std::string() : resolve_import(name, include_paths_);
     if (path.empty()) fatal(format_message(messages::import_not_found, {name}));
-    ItemTable imported = parse_imported_file(name, path);
+    const std::shared_ptr<const ItemTable> imported = imported_file(name, path);
 
     ImportSet selected;
     if (accept("{")) {
-        parse_import_list(imported, selected);
+        parse_import_list(*imported, selected);
         if (at("REDEFINITIONS")) parse_redefinitions(selected);
         expect("}");
     }
     // An imported name that is taken already is not counted as an error: the first stays.
     description_.items.reserve(description_.items.size() + selected.size());
-    selected.for_each([this](Item& item) {
+    selected.for_each([this](const Item& item) {
         if (const Item* first = description_.items.find(item.name())) {
             diagnostics().duplicate_object(item.origin().file_name(), item.origin().line, item.name(),
                                            first->origin().file_name(), first->origin().line);
             return;
         }
-        description_.items.insert(std::move(item));
+        description_.items.insert(item);
     });
+}
+
+// The table of an imported file, converted at its first IMPORT in the run.
+std::shared_ptr<const ItemTable> Parser::imported_file(const std::string& name, const std::string& path) {
+    const std::string canonical = canonical_path(path);
+    if (std::ranges::find(*import_chain_, canonical) != import_chain_->end())
+        fatal(format_message(messages::import_cycle, {name}));
+    const std::optional<platform::FileId> id = InputFiles::identify(path);
+    if (!id) fatal(format_message(messages::import_not_found, {path}));
+    if (auto it = imported_files_->find(*id); it != imported_files_->end()) return it->second;
+    // Each imported file is parsed one level deeper on the stack.
+    if (import_chain_->size() > max_import_depth || imported_files_->size() >= max_imports)
+        fatal(messages::nesting_too_deep);
+    import_chain_->push_back(canonical);
+    auto table = std::make_shared<const ItemTable>(parse_imported_file(path));
+    import_chain_->pop_back();
+    imported_files_->emplace(*id, table);
+    return table;
 }
 
 // The imported file is converted on its own, with the same include paths, profile and
 // diagnostics; its problems count as ours.
-ItemTable Parser::parse_imported_file(const std::string& name, const std::string& path) {
-    const std::string canonical = canonical_path(path);
-    if (std::ranges::find(*import_chain_, canonical) != import_chain_->end())
-        fatal(format_message(messages::import_cycle, {name}));
-    // Each imported file is parsed one level deeper on the stack.
-    if (import_chain_->size() > max_import_depth) fatal(messages::nesting_too_deep);
-    if (++*imports_converted_ > max_imports) fatal(messages::nesting_too_deep);
+ItemTable Parser::parse_imported_file(const std::string& path) {
     std::optional<std::string> text;
     try {
         text = files_.read(path);
@@ -150,12 +180,10 @@ ItemTable Parser::parse_imported_file(const std::string& name, const std::string
     Parser nested(preprocessor, path, profile_, include_paths_, files_, diagnostics());
     nested.description_.arena = description_.arena;  // its items become ours
     nested.import_chain_ = import_chain_;
-    nested.imports_converted_ = imports_converted_;
+    nested.imported_files_ = imported_files_;
     nested.observer_ = observer_;
-    import_chain_->push_back(canonical);
     const int errors_before = get_error_count();
     const bool parsed = nested.parse();
-    import_chain_->pop_back();
     // A fault reported on standard error counts no error of its own; it still fails the parse.
     if (!parsed && get_error_count() == errors_before) diagnostics().count_error();
     return std::move(nested.description_.items);
@@ -193,10 +221,10 @@ void Parser::parse_redefinitions(ImportSet& selected) {
             const ItemType type = find_item_type(read_identifier(false));
             const std::string name(read_identifier(false));
             expect(";");
-            Item* item = selected.find(name);
-            if (item == nullptr) error(messages::delete_missing);
-            else if (item->type() != type) error(messages::delete_wrong_type);
-            else selected.remove(*item);
+            const std::size_t at = selected.find(name);
+            if (at == ImportSet::none) error(messages::delete_missing);
+            else if (selected.item(at).type() != type) error(messages::delete_wrong_type);
+            else selected.remove(at);
             continue;
         }
         if (!at("REDEFINE") && find_item_type(peek().text()) == ItemType::UNKNOWN) {
@@ -206,12 +234,14 @@ void Parser::parse_redefinitions(ImportSet& selected) {
         accept("REDEFINE");
         const ItemType type = find_item_type(read_identifier(false));
         const std::string name(read_identifier(false));
-        Item* item = selected.find(name);
-        if (item != nullptr && item->type() == type) {
-            parse_item_body(*item);
+        const std::size_t at = selected.find(name);
+        if (at != ImportSet::none && selected.item(at).type() == type) {
+            Item& item = selected.own(at);
+            unshare_merged_lists(item);
+            parse_item_body(item);
             continue;
         }
-        error(item == nullptr ? messages::redefine_missing : messages::redefine_wrong_type);
+        error(at == ImportSet::none ? messages::redefine_missing : messages::redefine_wrong_type);
         Item discarded(*description_.arena, type, name, Position{consumed().file(), consumed().line()});
         parse_item_body(discarded);  // the body is still read, so parsing goes on
     }

@@ -88,6 +88,14 @@ void Parser::store_attribute(Item& item, AttributeId id, ValuePtr value) {
     item.set_attribute(id, list);
 }
 
+// The lists store_attribute extends in place, copied: an imported item's lists are shared
+// with the imported file's table, which every IMPORT of the file selects from.
+void Parser::unshare_merged_lists(Item& item) {
+    for (const AttributeId id : {AttributeId::TRANSACTION, AttributeId::response_code})
+        if (item.has_attribute(id) && item.attribute(id)->kind() == ValueKind::VALUE_LIST)
+            item.set_attribute(id, item.attribute(id)->clone(*description_.arena));
+}
+
 // The grammar of an attribute's value is chosen by the attribute and, for TYPE, by the
 // item type.
 ValuePtr Parser::parse_attribute_value(const Item& item, AttributeId id) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <utility>
 #include <string>
@@ -65,16 +66,20 @@ private:
     // ---- IMPORT and REDEFINITIONS (parse_import.cpp) -----------------------------------
     // Imported files open at once, against stack exhaustion: "Nesting too deep." beyond.
     static constexpr std::size_t max_import_depth = 200;
-    // Imported files converted in one run, counting every repetition: files that import
-    // the same file twice, level under level, would otherwise take exponential time.
+    // Distinct files imported in one run.
     static constexpr std::size_t max_imports = 10'000;
+    // Each imported file is converted once per run, whatever the number of IMPORTs naming
+    // it, which all select from the one table (a REDEFINE changes a copy of its own).
+    using ImportedFiles = std::map<platform::FileId, std::shared_ptr<const ItemTable>>;
     void parse_import();
-    ItemTable parse_imported_file(const std::string& name, const std::string& path);
+    std::shared_ptr<const ItemTable> imported_file(const std::string& name, const std::string& path);
+    ItemTable parse_imported_file(const std::string& path);
     void parse_import_list(const ItemTable& imported, ImportSet& selected);
     void parse_redefinitions(ImportSet& selected);
 
     // ---- Item bodies and attributes (parse_items.cpp) ------------------------------------
     void parse_item_body(Item& item);
+    void unshare_merged_lists(Item& item);
     void parse_attribute_statement(Item& item);
     void parse_attribute(Item& item, bool redefine);
     void parse_attribute_deletion(Item& item);
@@ -178,7 +183,7 @@ private:
     // The files being read, outermost first, as canonical paths; shared with nested parsers
     // so that a file importing itself, directly or not, is caught.
     std::shared_ptr<std::vector<std::string>> import_chain_;
-    std::shared_ptr<std::size_t> imports_converted_ = std::make_shared<std::size_t>(0);
+    std::shared_ptr<ImportedFiles> imported_files_ = std::make_shared<ImportedFiles>();
     std::vector<Token> code_tokens_;  // a method body being read
     std::vector<ValuePtr> list_entries_;  // the entries of the lists being read, innermost last
     ParseObserver* observer_ = nullptr;
