@@ -4,6 +4,7 @@
 #include <exception>
 #include <fstream>
 #include <memory>
+#include <new>
 #include <optional>
 #include <sstream>
 #include <system_error>
@@ -89,7 +90,7 @@ std::optional<int> check_outputs_against_inputs(const Options& options, const In
 // run that seemed to succeed: refused before anything is written.
 std::optional<int> check_dependency_names(const Options& options, const InputFiles& files, Diagnostics& diagnostics) {
     if (options.dependency_file.empty()) return std::nullopt;
-    const std::optional<std::string> name = unwritable_dependency_name(options.output_file, files.paths());
+    const std::optional<std::string> name = unwritable_dependency_name(options.output_file, files.dependencies());
     if (!name) return std::nullopt;
     diagnostics.line(format_message(messages::dependency_name_unwritable, {options.dependency_file, *name}));
     return exit_status::file_not_opened;
@@ -188,7 +189,9 @@ private:
 };
 
 // The steps after the command line; exceptions escaping them are the caller's.
-int convert(Options& options, InputFiles& files, Diagnostics& diagnostics, Cleanup cleanup) {
+// `doing` says what the run is doing, for a report of running out of memory.
+int convert(Options& options, InputFiles& files, Diagnostics& diagnostics, Cleanup cleanup, std::string& doing) {
+    doing = format_message(messages::doing_parse, {options.input_file});
     std::optional<std::string> source = files.read(options.input_file);
     if (!source) {
         diagnostics.line(failure(messages::failed_to_open_input, options.input_file));
@@ -205,15 +208,18 @@ int convert(Options& options, InputFiles& files, Diagnostics& diagnostics, Clean
 
     // The description moves on from stage to stage: a run holds one copy of it.
     Description description = parser.take_description();
+    doing = messages::doing_resolve;
     resolve_like_items(description, diagnostics);
     XML_Writer& writer = stages.make<XML_Writer>(std::move(description), files, diagnostics);
 
     if (!options.dictionary_files.empty()) {
+        doing = messages::doing_dictionaries;
         Dictionary dictionary;
         if (auto status = load_dictionaries(options, files, diagnostics, dictionary)) return *status;
         writer.set_dictionary(std::move(dictionary));
     }
 
+    doing = messages::doing_build;
     writer.build();
     if (auto status = check_outputs_against_inputs(options, files, diagnostics)) return *status;
     // The -e file naming a source fails the run too; the -e file's end reports it.
@@ -223,7 +229,8 @@ int convert(Options& options, InputFiles& files, Diagnostics& diagnostics, Clean
     if (options.dump) dump.emplace(options.dump_file, messages::dump_not_saved, dump_text(writer.description()));
     if (!options.dependency_file.empty())
         dependencies.emplace(options.dependency_file, messages::dependency_file_not_saved,
-                             make_dependency_rules(options.output_file, files.paths()));
+                             make_dependency_rules(options.output_file, files.dependencies()));
+    doing = format_message(messages::doing_save, {options.output_file});
     writer.save(options.output_file);
     if (dump) dump->commit();
     if (dependencies) dependencies->commit();
@@ -279,6 +286,7 @@ int run_steps(const std::vector<std::string>& arguments, std::ostream& out, std:
               InputFiles& files, std::unique_ptr<DiagnosticsFile>& diagnostics_file, Cleanup cleanup) {
     Diagnostics early(err, err);  // until the diagnostics file is open
     std::unique_ptr<Diagnostics> diagnostics;
+    std::string doing(messages::doing_start);
     try {
         // Flushed, so that the banner comes first wherever the document goes (-o /dev/stdout).
         out << messages::banner << "\n\n";
@@ -315,11 +323,15 @@ int run_steps(const std::vector<std::string>& arguments, std::ostream& out, std:
         options.include_paths.push_back(directory_part(options.input_file));
 
         try {
-            return convert(options, files, report, cleanup);
+            return convert(options, files, report, cleanup, doing);
         } catch (const FileTooLarge& e) {  // the input, a dictionary or an image
             report.line(e.what());
             return exit_status::file_not_opened;
         }
+    } catch (const std::bad_alloc& e) {  // what no other handler can say: what took the memory
+        (diagnostics ? *diagnostics : early)
+            .fatal(format_message(messages::out_of_memory, {doing}), readable_type_name(typeid(e)));
+        return exit_status::fatal;
     } catch (const std::exception& e) {
         (diagnostics ? *diagnostics : early).fatal(e.what(), readable_type_name(typeid(e)));
         return exit_status::fatal;

@@ -103,12 +103,10 @@ bool InputFiles::readable(const std::string& name) {
     return info && info->kind != platform::FileKind::directory;
 }
 
-std::optional<platform::FileId> InputFiles::identify(const std::string& name) {
+std::optional<platform::FileInfo> InputFiles::inspect(const std::string& name) {
     std::string path;
     const OpenFile file(open_input(name, path));
-    if (!file.is_open()) return std::nullopt;
-    const std::optional<platform::FileInfo> info = platform::file_info(file.get());
-    return info ? std::optional<platform::FileId>(info->id) : std::nullopt;
+    return file.is_open() ? platform::file_info(file.get()) : std::nullopt;
 }
 
 std::optional<std::string> InputFiles::read(const std::string& name, const std::string& shown) {
@@ -134,6 +132,7 @@ void InputFiles::record(const std::string& name, const std::string& path, const 
     ids_.push_back(id);
     names_.push_back(name);
     paths_.push_back(path);
+    dependencies_.push_back(path);
     for (const Watch& watch : watches_)
         if (watch.id == id) watch.when_read();
 }

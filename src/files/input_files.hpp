@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "files/platform.hpp"
@@ -42,13 +43,20 @@ public:
     std::optional<std::string> read(const std::string& name, const std::string& shown = std::string());
     // The file can be opened for reading and is not a directory.
     static bool readable(const std::string& name);
-    // Which file read(name) would read; nothing when it cannot be opened.
-    static std::optional<platform::FileId> identify(const std::string& name);
+    // Of the file read(name) would read; nothing when it cannot be opened.
+    static std::optional<platform::FileInfo> inspect(const std::string& name);
     // Every file read, each once under the name it was first read by, in that order.
     const std::vector<std::string>& names() const { return names_; }
     // The same files under the names they were opened by, which differ from names() where
     // a name was looked up the Windows way.
     const std::vector<std::string>& paths() const { return paths_; }
+    // What a document made from the files depends on: every file read, under the name it
+    // was opened by, and every file looked for in vain that would have been read had it
+    // been there (add_missing), in the order met.
+    const std::vector<std::string>& dependencies() const { return dependencies_; }
+    void add_missing(const std::string& name) {
+        if (missing_.insert(name).second) dependencies_.push_back(name);
+    }
     // The name of the file read that `path` also names, or null.
     const std::string* find(const std::string& path) const;
     // `when_read` is called if the file `name` names now is read later.
@@ -59,6 +67,8 @@ private:
 
     std::vector<std::string> names_;
     std::vector<std::string> paths_;
+    std::vector<std::string> dependencies_;
+    std::unordered_set<std::string> missing_;
     std::vector<platform::FileId> ids_;  // one per name
     struct Watch {
         platform::FileId id;

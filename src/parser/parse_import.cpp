@@ -152,16 +152,16 @@ std::shared_ptr<const ItemTable> Parser::imported_file(const std::string& name, 
     const std::string canonical = canonical_path(path);
     if (std::ranges::find(*import_chain_, canonical) != import_chain_->end())
         fatal(format_message(messages::import_cycle, {name}));
-    const std::optional<platform::FileId> id = InputFiles::identify(path);
-    if (!id) fatal(format_message(messages::import_not_found, {path}));
-    if (auto it = imported_files_->find(*id); it != imported_files_->end()) return it->second;
+    const std::optional<platform::FileInfo> file = InputFiles::inspect(path);
+    if (!file) fatal(format_message(messages::import_not_found, {path}));
+    if (auto it = imported_files_->find(file->id); it != imported_files_->end()) return it->second;
     // Each imported file is parsed one level deeper on the stack.
     if (import_chain_->size() > max_import_depth || imported_files_->size() >= max_imports)
         fatal(messages::nesting_too_deep);
     import_chain_->push_back(canonical);
     auto table = std::make_shared<const ItemTable>(parse_imported_file(path));
     import_chain_->pop_back();
-    imported_files_->emplace(*id, table);
+    imported_files_->emplace(file->id, table);
     return table;
 }
 

@@ -3,6 +3,8 @@
 #include "xml/xml_writer.hpp"
 
 #include <algorithm>
+#include <map>
+#include <memory>
 #include <cstdint>
 #include <stdexcept>
 #include <system_error>
@@ -30,15 +32,6 @@ constexpr IdentificationField identification_fields[] = {
     {"EDD_VERSION", &Identification::edd_version},   {"MANUFACTURER", &Identification::manufacturer},
     {"MANUFACTURER_EXT", &Identification::manufacturer_ext},
 };
-
-// The first candidate that can be read: next to the defining file, then under each
-// include path.
-std::optional<std::string> read_related_file(InputFiles& files, const std::string& directory, const std::string& path,
-                                             const std::vector<std::string>& include_paths) {
-    for (const std::string& candidate : image_file_candidates(directory, path, include_paths))
-        if (auto bytes = files.read(candidate)) return bytes;
-    return std::nullopt;
-}
 
 }  // namespace
 
@@ -71,13 +64,7 @@ void XML_Writer::build(bool force) {
     std::vector<std::pair<std::string, std::string>> paths;
     for (const Item* image : description_.items.of_type(ItemType::IMAGE)) collect_paths(*image, paths);
     names_images_ = !paths.empty();
-    image_files_.clear();
-    for (const auto& [directory, path] : paths) {
-        if (const std::optional<std::string> bytes = read_related_file(files_, directory, path, include_paths_))
-            image_files_.emplace_back(path, base64(*bytes));  // recorded as written, wherever it was found
-        else
-            diagnostics_.related_file_missing(path);
-    }
+    read_image_files(paths);
 
     // Sorted by the first sixteen bytes of the names, as numbers kept beside the items, and
     // only on a tie by the whole names: most names differ there, though names with a common
@@ -106,6 +93,43 @@ void XML_Writer::build(bool force) {
     items_by_name_.reserve(by_name.size());
     for (const ByName& entry : by_name) items_by_name_.push_back(entry.item);
     built_ = true;
+}
+
+// Each file once, by its identity; recorded under the path as written, wherever it was
+// found. A file that is nowhere is still a dependency: adding it changes the document.
+void XML_Writer::read_image_files(const std::vector<std::pair<std::string, std::string>>& paths) {
+    image_files_.clear();
+    std::map<platform::FileId, std::shared_ptr<const std::string>> read;
+    std::size_t total = 0;
+    for (const auto& [directory, path] : paths) {
+        const std::vector<std::string> candidates = image_file_candidates(directory, path, include_paths_);
+        std::shared_ptr<const std::string> bytes;
+        for (const std::string& candidate : candidates) {
+            const std::optional<platform::FileInfo> file = InputFiles::inspect(candidate);
+            if (!file) continue;
+            if (auto it = read.find(file->id); it != read.end()) bytes = it->second;
+            else if (std::optional<std::string> text = read_image_file(candidate, path, file->size, total))
+                bytes = read.emplace(file->id, std::make_shared<const std::string>(std::move(*text))).first->second;
+            if (bytes) break;
+        }
+        if (bytes) {
+            image_files_.emplace_back(path, std::move(bytes));
+        } else {
+            diagnostics_.related_file_missing(path);
+            files_.add_missing(candidates.front());
+        }
+    }
+}
+
+// A regular file beyond the bound is refused from its size, before it is read.
+std::optional<std::string> XML_Writer::read_image_file(const std::string& candidate, const std::string& path,
+                                                       std::uint64_t size, std::size_t& total) {
+    const auto too_large = [&path] { return FileTooLarge(format_message(messages::images_too_large, {path})); };
+    if (size > max_image_bytes - total) throw too_large();
+    std::optional<std::string> text = files_.read(candidate, path);
+    if (text && text->size() > max_image_bytes - total) throw too_large();
+    if (text) total += text->size();
+    return text;
 }
 
 void XML_Writer::save(const std::string& file_name) const {
@@ -169,7 +193,11 @@ void XML_Writer::write_used_dictionary_keys(XmlOutput& out) const {
 
 void XML_Writer::write_image_files(XmlOutput& out) const {
     out.open_block("image_files");
-    for (const auto& [path, encoded] : image_files_) out.open_line("file").attribute("path", path).text(encoded).close();
+    for (const auto& [path, bytes] : image_files_) {
+        out.open_line("file").attribute("path", path).text({});
+        base64_in_pieces(*bytes, [&out](std::string_view piece) { out.text(piece); });
+        out.close();
+    }
     out.close();
 }
 

@@ -3,7 +3,10 @@
 // document is written straight from the model, once, in order; no tree is built.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -27,8 +30,11 @@ class XmlOutput;
 class XML_Writer {
 public:
     // Image files are looked for next to the file defining the image, then under each
-    // include path in order. The writer keeps its own description: pass one with std::move
-    // when it is not needed after.
+    // include path in order. Each file is read once, however many paths name it, and all
+    // of them together hold at most max_image_bytes.
+    static constexpr std::size_t max_image_bytes = std::size_t{512} << 20;
+    // The writer keeps its own description: pass one with std::move when it is not needed
+    // after.
     XML_Writer(Description description, std::vector<std::string> include_paths, InputFiles& files,
                Diagnostics& diagnostics);
     // The include paths are one empty string: the second look is at "/" + path.
@@ -56,6 +62,9 @@ private:
     static void write_string(XmlOutput& out, std::string_view text, bool on_own_line);
     void write_document(XmlOutput& out) const;
     void write_used_dictionary_keys(XmlOutput& out) const;
+    void read_image_files(const std::vector<std::pair<std::string, std::string>>& paths);
+    std::optional<std::string> read_image_file(const std::string& candidate, const std::string& path,
+                                               std::uint64_t size, std::size_t& total);
     void write_image_files(XmlOutput& out) const;
     void write_identification(XmlOutput& out) const;
 
@@ -78,7 +87,8 @@ private:
     // What build gathered.
     KeySet used_keys_;
     bool names_images_ = false;  // some IMAGE names a file, found or not
-    std::vector<std::pair<std::string, std::string>> image_files_;  // path as written, base64
+    // Path as written and the file's bytes, shared by every path that names the file.
+    std::vector<std::pair<std::string, std::shared_ptr<const std::string>>> image_files_;
     std::vector<const Item*> items_by_name_;
 };
 

@@ -84,13 +84,13 @@ protected:
         return result;
     }
     // The same in a child process of its own, whose peak memory the kernel reports.
-    Conversion convert_measured(std::string_view source, long& peak_mib) {
+    Conversion convert_measured(std::string_view source, long& peak_mib, std::vector<std::string> options = {}) {
         int pipe_ends[2];
         EXPECT_EQ(pipe(pipe_ends), 0);
         const pid_t child = fork();
         if (child == 0) {
             close(pipe_ends[0]);
-            const Conversion result = convert(source);
+            const Conversion result = convert(source, options);
             const std::string report = std::to_string(result.seconds) + "\n" + result.diagnostics;
             [[maybe_unused]] const auto written = ::write(pipe_ends[1], report.data(), report.size());
             _exit(result.status);
@@ -307,6 +307,39 @@ TEST_F(HostileInput, OneLibraryImportedOften) {
     const Conversion result = convert_measured(imports, peak_mib);
     expect(result, 0, "", 5);
     EXPECT_LT(peak_mib, 100 * memory_factor);
+}
+
+// An image named by many items, under several spellings, is read once and embedded from
+// its bytes, never held encoded; images beyond the bound are refused from their size
+// before they are read, naming the path as written.
+TEST_F(HostileInput, ImagesHeldOnce) {
+    dir_.write("img/big.bin", std::string(24u << 20, 'i'));
+    std::string images(header);
+    for (const char* path : {"img/big.bin", "img/./big.bin", "./img/big.bin", "img//big.bin"})
+        for (int i = 0; i < 2; ++i) images.append("IMAGE i").append(std::to_string(images.size())).append(" { PATH \"").append(path).append("\"; }\n");
+    long peak_mib = 0;
+    expect(convert_measured(images, peak_mib, {"-o", "/dev/null"}), 0, "", 10);
+    EXPECT_LT(peak_mib, 100 * memory_factor);  // eight encoded copies took 300 MiB
+
+    std::filesystem::resize_file(dir_.path() / "img" / "big.bin", std::uint64_t{1} << 30);  // sparse
+    const Conversion huge = convert(std::string(header) + "IMAGE i { PATH \"img/../img/big.bin\"; }\n");
+    expect(huge, exit_status::file_not_opened, "Image file img/../img/big.bin takes the embedded images beyond 512 MiB.\n", 5);
+}
+
+// Dictionaries merged file after file: linear, and a key's first file still wins.
+TEST_F(HostileInput, ManyDictionaries) {
+    std::vector<std::string> options;
+    for (int file = 0; file < 400; ++file) {
+        std::string text;
+        for (int entry = 0; entry < 500; ++entry)
+            text.append("[0, 0] k").append(std::to_string(entry)).append(" \"").append(std::to_string(file)).append("\"\n");
+        const std::string name = numbered("d", file);
+        dir_.write(name, text);
+        options.insert(options.end(), {"-d", dir_.str() + "/" + name});
+    }
+    const Conversion result = convert(std::string(header) + "VARIABLE v { LABEL [k7]; CLASS LOCAL; TYPE INTEGER; }\n", options);
+    expect(result, 0, "", 10);
+    EXPECT_NE(result.xml.find("<DICTIONARY_KEY id=\"k7\"><DICTIONARY_STRING><string>0</string>"), std::string::npos);
 }
 
 // Every REDEFINE and DELETE of an import finds its item through the index.
