@@ -90,9 +90,9 @@ bool same_file(const std::string& a, const std::string& b) {
     if (first || second) return false;
     std::error_code error;
     const auto normal = [&error](const std::string& path) {
-        return std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error);
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error).string();
     };
-    return normal(a) == normal(b) && !error;
+    return platform::same_path(normal(a), normal(b)) && !error;
 }
 
 bool InputFiles::readable(const std::string& name) {
@@ -123,7 +123,7 @@ std::optional<std::string> InputFiles::read(const std::string& name, const std::
     } else {
         text = read_all(file.get(), 0, max_stream_size, named, messages::stream_too_large);
     }
-    if (text) record(name, path, info->id);
+    if (text) record(name, platform::disk_spelling(path), info->id);
     return text;
 }
 

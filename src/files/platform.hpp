@@ -35,9 +35,16 @@ struct FileInfo {
 
 // Of the file a name leads to, links followed; nothing when there is none.
 std::optional<FileInfo> file_info(const std::string& name);
+// Whether two normalised paths of files not made yet would name one file: the same
+// bytes, or on Windows the same letters in any case.
+bool same_path(const std::string& a, const std::string& b);
 std::optional<FileInfo> file_info(Handle file);
 
 // ---- Reading ----------------------------------------------------------------------------
+
+// The name of an existing file spelt as the directories hold it ("/" between names, each
+// name in the case it was made with), where the system ignores case; else `name` itself.
+std::string disk_spelling(const std::string& name);
 
 // Opens for reading; a pipe without a writer is opened without waiting for one.
 Handle open_for_reading(const std::string& name);

@@ -55,6 +55,10 @@ std::optional<FileInfo> file_info(Handle file) {
     return info_of(status);
 }
 
+bool same_path(const std::string& a, const std::string& b) { return a == b; }
+
+std::string disk_spelling(const std::string& name) { return name; }
+
 Handle open_for_reading(const std::string& name) {
     const int fd = ::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     return fd < 0 ? no_handle : fd;

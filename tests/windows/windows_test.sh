@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# What the Windows build shows beyond the golden cases, under wine: the bundled examples
+# give the documents kept beside them; cmd's %ERRORLEVEL% sees the full exit statuses; the
+# usage line names the program as Windows started it.
+#   windows_test.sh <wine> <tarnwick.exe> <repository>
+set -uo pipefail
+wine=$1
+program=$(realpath "$2")
+repo=$(realpath "$3")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cd "$scratch" || exit 1
+fail() { echo "FAIL: $*"; exit 1; }
+
+example() {
+    local profile=$1 directory=$repo/examples/$2 input=$3
+    shift 3
+    "$wine" "$program" -p "$profile" -I "$directory" "$directory/$input.ddl" "$@" -o "$input.xml" >/dev/null 2>errors.txt ||
+        fail "example $input: status $?: $(cat errors.txt)"
+    [[ ! -s errors.txt ]] || fail "example $input: $(cat errors.txt)"
+    cmp -s "$input.xml" "$directory/$input.xml" || fail "example $input differs from the document kept beside it"
+}
+example HART hart pressure_transmitter
+example HART hart temperature_transmitter
+example PROFIBUS profibus level_transmitter
+example HART hart flow_switch -d "$repo/examples/hart/flow_switch.dct"
+
+cp "$program" tarnwick.exe
+printf 'MANUFACTURER 1, DEVICE_TYPE 2\nVARIABLE v { LABEL "x"; CLASS LOCAL; TYPE INTEGER; }\n' >good.ddl
+printf 'MANUFACTURER 1, DEVICE_TYPE 2\nVARIABLE v { LABEL "x"; TYPE INTEGR; }\n' >bad.ddl
+printf 'MANUFACTURER 1, DEVICE_TYPE 2\nIMAGE i { PATH [key]; }\n' >fatal.ddl
+while read -r expected arguments; do
+    status=$("$wine" cmd /c "tarnwick.exe $arguments >nul 2>nul & echo %ERRORLEVEL%" | tr -d '\r')
+    [[ $status == "$expected" ]] || fail "%ERRORLEVEL% $status for '$arguments', expected $expected"
+done <<'END'
+0 good.ddl
+1 -h
+-101 good.ddl -o
+-102 bad.ddl
+-103 missing.ddl
+-500 fatal.ddl -p HART
+END
+usage=$("$wine" cmd /c "tarnwick.exe" | sed -n 3p | tr -d '\r')
+[[ $usage == "Usage: tarnwick.exe [options] file" ]] || fail "usage line: $usage"
+echo PASS
