@@ -11,5 +11,3 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 # One file, no DLLs beside it: the C++ and C run-times and winpthreads linked in.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -static-libgcc -static-libstdc++")
-# Tests run the program under wine.
-set(CMAKE_CROSSCOMPILING_EMULATOR wine)
