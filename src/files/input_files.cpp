@@ -131,7 +131,6 @@ void InputFiles::record(const std::string& name, const std::string& path, const 
     if (std::ranges::find(ids_, id) != ids_.end()) return;
     ids_.push_back(id);
     names_.push_back(name);
-    paths_.push_back(path);
     dependencies_.push_back(path);
     for (const Watch& watch : watches_)
         if (watch.id == id) watch.when_read();

@@ -47,11 +47,9 @@ public:
     static std::optional<platform::FileInfo> inspect(const std::string& name);
     // Every file read, each once under the name it was first read by, in that order.
     const std::vector<std::string>& names() const { return names_; }
-    // The same files under the names they were opened by, which differ from names() where
-    // a name was looked up the Windows way.
-    const std::vector<std::string>& paths() const { return paths_; }
     // What a document made from the files depends on: every file read, under the name it
-    // was opened by, and every file looked for in vain that would have been read had it
+    // was opened by (which differs from names() where a name was looked up the Windows
+    // way), and every file looked for in vain that would have been read had it
     // been there (add_missing), in the order met.
     const std::vector<std::string>& dependencies() const { return dependencies_; }
     void add_missing(const std::string& name) {
@@ -66,7 +64,6 @@ private:
     void record(const std::string& name, const std::string& path, const platform::FileId& id);
 
     std::vector<std::string> names_;
-    std::vector<std::string> paths_;
     std::vector<std::string> dependencies_;
     std::unordered_set<std::string> missing_;
     std::vector<platform::FileId> ids_;  // one per name

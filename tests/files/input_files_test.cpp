@@ -37,7 +37,7 @@ TEST(InputFiles, PipesWholeAndEachFileOnce) {
     EXPECT_EQ(files.read(dir.str() + "/lib/./Defs.h"), "defs");
     EXPECT_FALSE(files.read(dir.str() + "/lib"));  // a directory is no file to read
     EXPECT_EQ(files.names(), (std::vector<std::string>{pipe, windows}));
-    EXPECT_EQ(files.paths(), (std::vector<std::string>{pipe, dir.str() + "/lib/Defs.h"}));
+    EXPECT_EQ(files.dependencies(), (std::vector<std::string>{pipe, dir.str() + "/lib/Defs.h"}));
     ASSERT_NE(files.find(dir.str() + "/lib/../lib/Defs.h"), nullptr);
     EXPECT_EQ(*files.find(dir.str() + "/lib/../lib/Defs.h"), windows);
 }
