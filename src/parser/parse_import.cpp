@@ -127,11 +127,11 @@ void Parser::parse_import() {
     }
     const std::string path = name.empty() ? std::string() : resolve_import(name, include_paths_);
     if (path.empty()) fatal(format_message(messages::import_not_found, {name}));
-    const std::shared_ptr<const ItemTable> imported = imported_file(name, path);
+    const std::shared_ptr<const ImportedFile> imported = imported_file(name, path);
 
     ImportSet selected;
     if (accept("{")) {
-        parse_import_list(*imported, selected);
+        parse_import_list(imported->items, selected);
         if (at("REDEFINITIONS")) parse_redefinitions(selected);
         expect("}");
     }
@@ -148,7 +148,7 @@ void Parser::parse_import() {
 }
 
 // The table of an imported file, converted at its first IMPORT in the run.
-std::shared_ptr<const ItemTable> Parser::imported_file(const std::string& name, const std::string& path) {
+std::shared_ptr<const Parser::ImportedFile> Parser::imported_file(const std::string& name, const std::string& path) {
     const std::string canonical = canonical_path(path);
     if (std::ranges::find(*import_chain_, canonical) != import_chain_->end())
         fatal(format_message(messages::import_cycle, {name}));
@@ -159,7 +159,7 @@ std::shared_ptr<const ItemTable> Parser::imported_file(const std::string& name, 
     if (import_chain_->size() > max_import_depth || imported_files_->size() >= max_imports)
         fatal(messages::nesting_too_deep);
     import_chain_->push_back(canonical);
-    auto table = std::make_shared<const ItemTable>(parse_imported_file(path));
+    auto table = std::make_shared<const ImportedFile>(ImportedFile{description_.arena, parse_imported_file(path)});
     import_chain_->pop_back();
     imported_files_->emplace(file->id, table);
     return table;

@@ -70,9 +70,13 @@ private:
     static constexpr std::size_t max_imports = 10'000;
     // Each imported file is converted once per run, whatever the number of IMPORTs naming
     // it, which all select from the one table (a REDEFINE changes a copy of its own).
-    using ImportedFiles = std::map<platform::FileId, std::shared_ptr<const ItemTable>>;
+    struct ImportedFile {
+        std::shared_ptr<Arena> arena;  // first: it outlives the items, whose lists it holds
+        ItemTable items;
+    };
+    using ImportedFiles = std::map<platform::FileId, std::shared_ptr<const ImportedFile>>;
     void parse_import();
-    std::shared_ptr<const ItemTable> imported_file(const std::string& name, const std::string& path);
+    std::shared_ptr<const ImportedFile> imported_file(const std::string& name, const std::string& path);
     ItemTable parse_imported_file(const std::string& path);
     void parse_import_list(const ItemTable& imported, ImportSet& selected);
     void parse_redefinitions(ImportSet& selected);
