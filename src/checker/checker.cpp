@@ -111,7 +111,7 @@ std::optional<Dictionary> load_dictionaries(const CheckerOptions& options, Input
         Lexer lexer(Lexer::FromText{}, std::move(*text), name, diagnostics);
         DictionaryReader reader(lexer, diagnostics);
         if (!reader.load()) return std::nullopt;
-        merged.append_all(reader.dictionary());
+        merged.append_all(reader.take_dictionary());
     }
     return merged;
 }
