@@ -323,15 +323,28 @@ ValuePtr Parser::parse_transaction() {
     expect("{");
     expect("REQUEST");
     expect("{");
-    transaction->set("REQUEST", parse_data_item_sequence());
+    transaction->set("REQUEST", parse_data_items());
     expect("}");
     expect("REPLY");
     expect("{");
-    transaction->set("REPLY", parse_data_item_sequence());
+    transaction->set("REPLY", parse_data_items());
     expect("}");
     if (accept("RESPONSE_CODES")) transaction->set("RESPONSE_CODES", parse_response_codes_attribute());
     expect("}");
     return transaction;
+}
+
+// data_items : [ conditional_data_item { [','] conditional_data_item } ] — the comma is
+// required between two plain data items and optional next to a conditional; a comma before
+// the closing brace is dropped
+ValuePtr Parser::parse_data_items() {
+    ListBuilder list(*this);
+    while (starts_any_entry()) {
+        const bool conditional = at("IF") || at("SELECT");
+        list.add(parse_conditional_data_item());
+        if (!accept(",") && !conditional && !at("IF") && !at("SELECT")) break;
+    }
+    return list.finish();
 }
 
 // data_item : integer | reference [ '<' integer '>' ] [ '(' keywords { ',' keywords } ')' ]

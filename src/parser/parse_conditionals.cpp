@@ -124,8 +124,8 @@ ValuePtr Parser::parse_plain_value() {
 ValuePtr Parser::parse_conditional_data_item() {
     return parse_conditional(&Parser::parse_data_item, &Parser::parse_data_item_sequence);
 }
-// data_items : [ conditional_data_item { [','] conditional_data_item } ] — commas are
-// optional between a conditional and its neighbours
+// data_item_sequence : { conditional_data_item [','] } — inside a branch the commas are
+// optional
 ValuePtr Parser::parse_data_item_sequence() {
     ListBuilder list(*this);
     while (starts_any_entry()) {

@@ -159,6 +159,7 @@ private:
     ValuePtr parse_braced_vectors();
     ValuePtr parse_generic_attribute_value();
 
+    ValuePtr parse_data_items();
     ValuePtr parse_data_item();
     ValuePtr parse_action();
     ValuePtr parse_action_list();
