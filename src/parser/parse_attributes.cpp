@@ -431,15 +431,12 @@ ValuePtr Parser::parse_waveform_type() {
 
 ValuePtr Parser::parse_point_list() { return parse_list_point_values(); }
 
-// point_value : reference | [ '-' ] integer | [ '-' ] float
+// point_value : reference | integer | float — a sign is none of them
 ValuePtr Parser::parse_point_value() {
     if (at_kind(IDENTIFIER)) return parse_reference();
-    std::string text;
-    if (accept("-")) text.push_back('-');
     advance();
-    text += consumed().text();
-    if (consumed().is(INTEGER)) return make_simple(ValueKind::INTEGER, text);
-    if (consumed().is(FLOAT)) return make_simple(ValueKind::FLOAT, text);
+    if (consumed().is(INTEGER)) return make_simple(ValueKind::INTEGER, consumed().text());
+    if (consumed().is(FLOAT)) return make_simple(ValueKind::FLOAT, consumed().text());
     fatal_at_consumed(messages::expected_point);
 }
 
