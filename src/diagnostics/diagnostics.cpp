@@ -32,7 +32,6 @@ std::string severity_line(std::string_view file, int line, Severity severity, st
 
 std::string_view severity_word(Severity severity) {
     switch (severity) {
-    case Severity::information: return "information";
     case Severity::warning: return "warning";
     case Severity::error: return "error";
     }
@@ -46,7 +45,6 @@ void Diagnostics::write(std::ostream& stream, const std::string& text) {
 
 void Diagnostics::report(Severity severity, std::string_view file, int line, std::string_view message) {
     if (severity == Severity::error) ++errors_;
-    if (severity == Severity::warning) ++warnings_;
     write(out_, severity_line(file, line, severity, message));
 }
 

@@ -10,7 +10,7 @@
 
 namespace edd {
 
-enum class Severity { information, warning, error };
+enum class Severity { warning, error };
 
 class Diagnostics {
 public:
@@ -20,7 +20,7 @@ public:
     Diagnostics(const Diagnostics&) = delete;
     Diagnostics& operator=(const Diagnostics&) = delete;
 
-    // file(line): severity: message — the parser's reporter; errors and warnings count.
+    // file(line): severity: message — the parser's reporter; errors count.
     void report(Severity severity, std::string_view file, int line, std::string_view message);
     // The same shape for the preprocessor, which counts nothing: its failures reach the
     // parser as ERROR tokens.
@@ -45,7 +45,6 @@ public:
     // An error reported already, as an ERROR token's line was.
     void count_error() { ++errors_; }
     int errors() const { return errors_; }
-    int warnings() const { return warnings_; }
 
 private:
     static void write(std::ostream& stream, const std::string& text);
@@ -53,10 +52,9 @@ private:
     std::ostream& out_;
     std::ostream& standard_error_;
     int errors_ = 0;
-    int warnings_ = 0;
 };
 
-// "information", "warning" or "error".
+// "warning" or "error".
 std::string_view severity_word(Severity severity);
 
 }  // namespace edd

@@ -13,17 +13,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// A value of the model could not be converted.
-class ConversionError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
 // A required object of the model is absent.
 class NullPointer : public std::logic_error {
 public:
     NullPointer() : std::logic_error("NullPointer") {}
-    explicit NullPointer(const std::string& message) : std::logic_error(message) {}
 };
 
 }  // namespace edd

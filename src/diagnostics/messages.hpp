@@ -56,14 +56,9 @@ inline constexpr std::string_view pipe_without_reader = "no process reads from i
 inline constexpr std::string_view duplicate_object = "Duplicate definition of object ";
 inline constexpr std::string_view previously_defined_at = "Obejct was previusly defined at ";
 
-// Tokens.
-inline constexpr std::string_view token_not_unique_prefix = "Token: The token ";
-inline constexpr std::string_view token_not_unique_suffix = " is not uniquly identifiable.";
-
 // Lexer.
 inline constexpr std::string_view trailing_backslash = "Trailing '\\'.";
 inline constexpr std::string_view malformed_float = "Malfomed floating point literal.";
-inline constexpr std::string_view lexer_error_token = "lexer error";
 
 // Preprocessor.
 inline constexpr std::string_view preprocessor_error_token = "preprocessor error";
@@ -125,14 +120,6 @@ inline constexpr std::string_view duplicate_definition_object = " Object \"";
 inline constexpr std::string_view initially_defined_at = "\" is initialy defined at ";
 
 // Parser: expressions.
-inline constexpr std::string_view expected_assignment_operator = "Exprected Assignment operator.";
-inline constexpr std::string_view expected_equality_operator = "Exprected equality operator.";
-inline constexpr std::string_view expected_relational_operator = "Exprected relational operator.";
-inline constexpr std::string_view expected_shift_operator = "Exprected shift operator.";
-inline constexpr std::string_view expected_additive_operator = "Exprected additive operator.";
-inline constexpr std::string_view expected_multiplicative_operator = "Exprected multiplicative operator.";
-inline constexpr std::string_view expected_prefix_operator = "Exprected prefix operator.";
-inline constexpr std::string_view expected_postfix_operator = "Exprected postfix operator.";
 inline constexpr std::string_view expected_primary = "Expected primary expression but got";
 inline constexpr std::string_view expected_string = "Expected string but got %0";
 inline constexpr std::string_view trailing_comma = "Trailing comma.";
@@ -181,13 +168,10 @@ inline constexpr std::string_view parameter_not_unsigned = "The parameter of typ
 inline constexpr std::string_view unknown_parameter_type = "Unknown parameter type %0.";
 
 // XML document and image files.
-inline constexpr std::string_view document_not_built = "XML_Writer: Document was not built.";
-inline constexpr std::string_view unknown_xml_type = "type_to_xname: unknown type";
 inline constexpr std::string_view invalid_element_name = "XML: \"%0\" is not a valid element name.";
 inline constexpr std::string_view document_not_saved = "XML: could not save the document to %0: %1.";
 inline constexpr std::string_view could_not_open_related_file = "Could not open related file %0.";
 inline constexpr std::string_view images_too_large = "Image file %0 takes the embedded images beyond 512 MiB.";
-inline constexpr std::string_view collect_paths_not_image = "collect_paths can only handle IMAGE obejcts.";
 inline constexpr std::string_view image_without_path = "IMAGE objects must have a PATH attribtue.";
 inline constexpr std::string_view image_path_not_string = "IMAGE.PATH may only be a string expression.";
 

@@ -163,10 +163,6 @@ static_assert([] {
 
 }  // namespace
 
-bool is_eddl_keyword(std::string_view word) { return contains(eddl_keywords, word); }
-bool is_method_keyword(std::string_view word) { return contains(method_keywords, word); }
-bool is_reserved_word(std::string_view word) { return contains(reserved_words, word); }
-
 TokenKind classify_word(std::string_view word) {
     const ClassifiedWord* found = find_word(word);
     return found != nullptr ? found->kind : IDENTIFIER;

@@ -8,10 +8,6 @@
 
 namespace edd {
 
-bool is_eddl_keyword(std::string_view word);
-bool is_method_keyword(std::string_view word);
-bool is_reserved_word(std::string_view word);
-
 // The kind of a word: the first set that holds it decides, else IDENTIFIER.
 TokenKind classify_word(std::string_view word);
 

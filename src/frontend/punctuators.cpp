@@ -44,12 +44,6 @@ constexpr auto by_first_byte = [] {
 
 }  // namespace
 
-std::optional<Punctuator> find_punctuator(std::string_view spelling) {
-    auto it = std::ranges::find(punctuators, spelling, &Punctuator::spelling);
-    if (it == std::end(punctuators)) return std::nullopt;
-    return *it;
-}
-
 std::optional<Punctuator> match_punctuator(std::string_view text) {
     if (text.empty()) return std::nullopt;
     const Candidates& candidates = by_first_byte[static_cast<unsigned char>(text[0])];

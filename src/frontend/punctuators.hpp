@@ -14,9 +14,6 @@ struct Punctuator {
     TokenKind kind;
 };
 
-// The table's entry for exactly this spelling, if it knows it.
-std::optional<Punctuator> find_punctuator(std::string_view spelling);
-
 // The longest punctuator that `text` starts with, if any.
 std::optional<Punctuator> match_punctuator(std::string_view text);
 

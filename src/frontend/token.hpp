@@ -18,8 +18,6 @@ public:
     Token() = default;
     Token(std::uint32_t kind, std::string_view text, FileIndex file = 0, int line = 0)
         : kind_(kind), file_(file), line_(line), text_(text) {}
-    // A punctuator by its spelling; throws std::invalid_argument for an unknown one.
-    explicit Token(std::string_view punctuator);
 
     std::uint32_t kind() const { return kind_; }
     std::string_view text() const { return text_; }
@@ -30,9 +28,6 @@ public:
     int line() const { return line_; }
 
     bool is(std::uint32_t kind) const { return kind_ == kind; }
-
-    // Kind and text decide; the position does not.
-    friend bool operator==(const Token& a, const Token& b) { return a.kind_ == b.kind_ && a.text_ == b.text_; }
 
 private:
     std::uint32_t kind_ = UNDEFINED;

@@ -24,12 +24,6 @@ const Attribute& AttributeList::get(std::string_view name) const {
     return *it;
 }
 
-void AttributeList::remove(std::string_view name) {
-    auto it = std::ranges::find(entries_, name, &Attribute::name);
-    if (it == entries_.end()) throw std::invalid_argument(not_in_list);
-    entries_.erase(it);
-}
-
 bool AttributeList::contains(std::string_view name) const {
     return std::ranges::find(entries_, name, &Attribute::name) != entries_.end();
 }

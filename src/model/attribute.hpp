@@ -14,8 +14,6 @@ namespace edd {
 struct Attribute {
     std::string_view name;  // in the arena, or a text of the program's own
     ValuePtr value;
-
-    friend bool operator==(const Attribute& a, const Attribute& b) { return a.name == b.name && *a.value == *b.value; }
 };
 
 // Attributes in insertion order, at most one per name when filled through set().
@@ -37,10 +35,8 @@ public:
     // Absent names throw std::invalid_argument.
     const Attribute& get(std::string_view name) const;
     const ValuePtr& value(std::string_view name) const { return get(name).value; }
-    void remove(std::string_view name);
     bool contains(std::string_view name) const;
     std::span<const Attribute> all() const { return entries_; }
-    bool empty() const { return entries_.empty(); }
 
 private:
     void set_name(std::string_view name, ValuePtr value, bool lasting);

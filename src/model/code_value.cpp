@@ -1,7 +1,5 @@
 #include "model/code_value.hpp"
 
-#include <algorithm>
-
 namespace edd {
 
 namespace {
@@ -60,12 +58,6 @@ ValuePtr CodeValue::clone(Arena& arena) const {
     copy->tokens_.assign(tokens_.begin(), tokens_.end());  // the texts stay in the arena they are in
     copy->set_has_keys(has_keys());
     return copy;
-}
-
-bool CodeValue::equals(const Value& other) const {
-    if (other.kind() != ValueKind::CODE) return false;
-    const auto* code = dynamic_cast<const CodeValue*>(&other);
-    return code != nullptr && std::ranges::equal(tokens_, code->tokens_) && text_ == code->text_;
 }
 
 std::string CodeValue::to_string() const {

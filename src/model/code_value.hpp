@@ -17,7 +17,6 @@ namespace edd {
 struct CodeToken {
     std::uint32_t kind;
     std::string_view text;
-    friend bool operator==(const CodeToken&, const CodeToken&) = default;
 };
 
 // The tokens' texts in order; strings re-quoted when asked, each token followed by a blank
@@ -30,7 +29,6 @@ public:
     CodeValue(Arena& arena, std::span<const Token> tokens);
 
     ValuePtr clone(Arena& arena) const override;
-    bool equals(const Value& other) const override;
     std::string to_string() const override;
     // Picks "[key]" references and get_dictionary_string(key) arguments out of the code.
     void collect_dictionary_keys(KeySet& keys) const override;

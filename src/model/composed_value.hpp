@@ -1,5 +1,5 @@
 // A structured list entry whose fields are named attributes (an ELEMENTS entry, a menu
-// item with qualifiers, ...). Copies clone the fields' values. It never compares equal.
+// item with qualifiers, ...). Copies clone the fields' values.
 #pragma once
 
 #include <span>
@@ -22,12 +22,10 @@ public:
         : Value(ValueKind::COMPOSED), name_(name, N - 1), attributes_(arena.resource(), expected) {}
 
     ValuePtr clone(Arena& arena) const override;
-    bool equals(const Value&) const override { return false; }
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
     std::string_view name() const { return name_; }
-    bool has_attributes() const { return !attributes_.empty(); }
     void set(std::string_view name, ValuePtr value) {
         take_keys_of(value);
         attributes_.set(name, value);
@@ -37,9 +35,7 @@ public:
         take_keys_of(value);
         attributes_.set(name, value);
     }
-    const Attribute& get(std::string_view name) const { return attributes_.get(name); }
     const ValuePtr& value(std::string_view name) const { return attributes_.value(name); }
-    void remove(std::string_view name) { attributes_.remove(name); }
     bool contains(std::string_view name) const { return attributes_.contains(name); }
     std::span<const Attribute> attributes() const { return attributes_.all(); }
 

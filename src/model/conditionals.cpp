@@ -10,17 +10,6 @@ ValuePtr IfConditional::clone(Arena& arena) const {
     return copy;
 }
 
-bool IfConditional::equals(const Value& other) const {
-    if (other.kind() != ValueKind::IF_CONDITIONAL) return false;
-    const auto& that = static_cast<const IfConditional&>(other);
-    auto pair_equal = [](const ValuePtr& mine, const ValuePtr& theirs) {
-        const Value& b = *theirs;
-        const Value& a = *mine;
-        return a == b;
-    };
-    return pair_equal(condition_, that.condition_) && pair_equal(then_, that.then_) && pair_equal(else_, that.else_);
-}
-
 std::string IfConditional::to_string() const {
     std::string text = "IF (" + condition_->to_string() + ") {\n    " + then_->to_string() + "\n}";
     if (has_else()) text += "ELSE {\n    " + else_->to_string() + "\n}";

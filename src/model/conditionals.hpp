@@ -17,8 +17,6 @@ public:
     explicit IfConditional(Arena&) : Value(ValueKind::IF_CONDITIONAL) {}
 
     ValuePtr clone(Arena& arena) const override;
-    // Comparing with an IF that lacks a part throws NullPointer, missing ELSE included.
-    bool equals(const Value& other) const override;
     std::string to_string() const override;
     // The branches only; keys used in the condition alone are not collected.
     void collect_dictionary_keys(KeySet& keys) const override;
@@ -52,7 +50,6 @@ public:
         }
 
         ValuePtr clone(Arena& arena) const override;
-        bool equals(const Value&) const override { return false; }
         std::string to_string() const override { return std::string(); }
         // The branch only, never the label.
         void collect_dictionary_keys(KeySet& keys) const override { collect_keys(value_, keys); }
@@ -70,8 +67,6 @@ public:
     explicit SelectConditional(Arena& arena) : Value(ValueKind::SELECT_CONDITIONAL), cases_(arena.resource()) {}
 
     ValuePtr clone(Arena& arena) const override;
-    // Never equal, not even to itself.
-    bool equals(const Value&) const override { return false; }
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 

@@ -31,7 +31,6 @@ public:
     std::span<const Item> items() const { return items_; }
     std::span<Item> items() { return items_; }
     std::size_t size() const { return items_.size(); }
-    bool empty() const { return items_.empty(); }
 
 private:
     // Open addressing over a table at most half full: a slot holds a name's hash and its

@@ -1,5 +1,5 @@
 // An expression kept in source order: operators and brackets are OPERATOR values between
-// their operands. Nothing is evaluated; expressions never compare equal.
+// their operands. Nothing is evaluated.
 #pragma once
 
 #include <array>
@@ -21,7 +21,6 @@ public:
     Expression(Arena&, ValuePtr a, ValuePtr b, ValuePtr c, ValuePtr d, ValuePtr e);
 
     ValuePtr clone(Arena& arena) const override;
-    bool equals(const Value&) const override { return false; }
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 

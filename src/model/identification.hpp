@@ -1,8 +1,6 @@
 // The device identification of a description: seven fields, each unset until read.
 #pragma once
 
-#include <string>
-
 #include "model/value.hpp"
 
 namespace edd {
@@ -16,8 +14,5 @@ struct Identification {
     ValuePtr edd_version;
     ValuePtr manufacturer_ext;
 };
-
-// "MANUFACTURER m, DEVICE_TYPE t, ... MANUFACTURER_EXT "x"", unset fields as empty texts.
-std::string to_string(const Identification& identification);
 
 }  // namespace edd

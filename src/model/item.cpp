@@ -69,7 +69,7 @@ void dump_item(std::ostream& out, const Item& item) {
         const Value& value = *slot.value;
         const ValueKind kind = value.kind();
         const bool block = kind == ValueKind::VALUE_LIST || kind == ValueKind::CODE;
-        out << "    " << slot.id << (block ? " {\n" : " ") << value.to_string() << terminator(kind);
+        out << "    " << name_of(slot.id) << (block ? " {\n" : " ") << value.to_string() << terminator(kind);
     }
     out << "}\n";
 }

@@ -82,7 +82,4 @@ std::string_view name_of(AttributeId id) {
     return code(id) < attribute_count ? attribute_names[code(id)] : std::string_view();
 }
 
-std::ostream& operator<<(std::ostream& out, ItemType type) { return out << name_of(type); }
-std::ostream& operator<<(std::ostream& out, AttributeId id) { return out << name_of(id); }
-
 }  // namespace edd

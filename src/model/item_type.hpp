@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <ostream>
+#include <cstddef>
 #include <string_view>
 
 namespace edd {
@@ -36,8 +36,5 @@ AttributeId find_attribute(std::string_view name);
 // The keyword of a code; empty for codes outside the table.
 std::string_view name_of(ItemType type);
 std::string_view name_of(AttributeId id);
-
-std::ostream& operator<<(std::ostream& out, ItemType type);
-std::ostream& operator<<(std::ostream& out, AttributeId id);
 
 }  // namespace edd

@@ -13,8 +13,6 @@ enum class ParameterMode : std::uint32_t { CALL_BY_VALUE = 0, CALL_BY_REFERENCE 
 
 // "char", "unsigned char", ... "DD_ITEM" for codes 0 to 9; other codes as numbers.
 std::string parameter_type_name(std::uint32_t type);
-// "CALL_BY_VALUE", "CALL_BY_REFERENCE"; other codes as numbers.
-std::string parameter_mode_name(std::uint32_t mode);
 
 class ParameterValue final : public Value {
 public:
@@ -22,7 +20,6 @@ public:
         : Value(ValueKind::PARAMETER), type_(type), mode_(mode), name_(arena.copy(name)) {}
 
     ValuePtr clone(Arena& arena) const override { return arena.make<ParameterValue>(type_, mode_, name_); }
-    bool equals(const Value& other) const override;
     std::string to_string() const override;
 
     std::uint32_t type() const { return type_; }

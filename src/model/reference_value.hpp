@@ -14,7 +14,6 @@ public:
     ReferenceValue(Arena& arena, std::string_view name) : Value(ValueKind::REFERENCE), name_(arena.copy(name)) {}
 
     ValuePtr clone(Arena& arena) const override;
-    bool equals(const Value&) const override { return false; }
     std::string to_string() const override;
 
     std::string_view name() const { return name_; }

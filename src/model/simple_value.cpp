@@ -2,11 +2,6 @@
 
 namespace edd {
 
-bool SimpleValue::equals(const Value& other) const {
-    const auto* simple = dynamic_cast<const SimpleValue*>(&other);
-    return other.kind() == kind() && simple != nullptr && simple->text_ == text_;
-}
-
 std::string SimpleValue::to_string() const {
     switch (kind()) {
     case ValueKind::STRING: return '"' + std::string(text_) + '"';

@@ -17,7 +17,6 @@ public:
     }
 
     ValuePtr clone(Arena& arena) const override { return arena.make<SimpleValue>(kind(), text_); }
-    bool equals(const Value& other) const override;
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
@@ -33,7 +32,6 @@ public:
     NullValue() : Value(ValueKind::UNDEFINED) {}
     explicit NullValue(Arena&) : NullValue() {}
     ValuePtr clone(Arena& arena) const override { return arena.make<NullValue>(); }
-    bool equals(const Value& other) const override { return other.kind() == ValueKind::UNDEFINED; }
     std::string to_string() const override { return std::string(); }
 };
 

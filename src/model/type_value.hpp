@@ -25,7 +25,6 @@ public:
           values_(arena.resource()) {}
 
     ValuePtr clone(Arena& arena) const override;
-    bool equals(const Value& other) const override;
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
@@ -34,8 +33,6 @@ public:
     void set_size(std::uint32_t size) { size_ = size; }
     // Replaces an earlier attribute of the same name; the name is copied.
     void set_attribute(std::string_view name, ValuePtr value);
-    // An absent name throws std::logic_error.
-    const ValuePtr& get_attribute(std::string_view name) const;
     // In name order.
     std::span<const Attribute> attributes() const { return attributes_; }
     void add_value(ValuePtr value) {

@@ -43,7 +43,6 @@ public:
     ValueKind kind() const { return kind_; }
     // A copy in `arena`; what it shares with the original is each class's own rule.
     virtual ValuePtr clone(Arena& arena) const = 0;
-    virtual bool equals(const Value& other) const = 0;
     // EDDL-like source text.
     virtual std::string to_string() const = 0;
     // Adds the dictionary keys the value uses; only called where has_keys() says so.
@@ -51,8 +50,6 @@ public:
     // Whether collect_dictionary_keys finds a key: known from the parts as the value is
     // built, so that collecting visits only the values that hold keys.
     bool has_keys() const { return has_keys_; }
-
-    friend bool operator==(const Value& a, const Value& b) { return a.equals(b); }
 
 protected:
     explicit Value(ValueKind kind) : kind_(kind) {}

@@ -1,10 +1,7 @@
-// The kinds of model values. Codes 0 to 16 have printed names; 17 to 19 print as numbers
-// because the name table stops at 16.
+// The kinds of model values, by their fixed codes.
 #pragma once
 
 #include <cstdint>
-#include <ostream>
-#include <string>
 
 namespace edd {
 
@@ -30,9 +27,5 @@ enum class ValueKind : std::uint32_t {
     PARAMETER = 18,
     CASE = 19,
 };
-
-// The printed name for codes 0 to 16, the decimal number for any other code.
-std::string to_string(ValueKind kind);
-std::ostream& operator<<(std::ostream& out, ValueKind kind);
 
 }  // namespace edd

@@ -1,5 +1,4 @@
-// An ordered list of values, optionally named. Copies clone the items; equality asks for
-// the very same item objects, so two separately built lists never compare equal.
+// An ordered list of values, optionally named. Copies clone the items.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +23,6 @@ public:
     }
 
     ValuePtr clone(Arena& arena) const override;
-    bool equals(const Value& other) const override;
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
@@ -33,13 +31,6 @@ public:
         take_keys_of(value);
         items_.push_back(value);
     }
-    std::size_t size() const { return items_.size(); }
-    bool empty() const { return items_.empty(); }
-    // Index errors throw std::invalid_argument; last() of an empty list is one too.
-    const ValuePtr& get(std::size_t index) const;
-    const ValuePtr& last() const { return get(items_.size() - 1); }
-    void set(std::size_t index, ValuePtr value);
-    void set_last(ValuePtr value) { set(items_.size() - 1, value); }
     std::span<const ValuePtr> items() const { return items_; }
 
 private:

@@ -20,7 +20,6 @@ public:
     ListBuilder& operator=(const ListBuilder&) = delete;
 
     void add(ValuePtr entry) { parser_.list_entries_.push_back(entry); }
-    std::size_t size() const { return parser_.list_entries_.size() - start_; }
     ValueList* finish(std::string_view name = {}) {
         return parser_.make<ValueList>(name, std::span<const ValuePtr>(parser_.list_entries_).subspan(start_));
     }

@@ -27,10 +27,6 @@ void TokenReader::warning(std::string_view message) {
     diagnostics_.report(Severity::warning, consumed().file_name(), consumed().line(), message);
 }
 
-void TokenReader::information(std::string_view message) {
-    diagnostics_.report(Severity::information, consumed().file_name(), consumed().line(), message);
-}
-
 void TokenReader::fatal(std::string_view message) {
     error(message);
     throw ParseError(std::string(message));

@@ -25,9 +25,8 @@ public:
     TokenReader(const TokenReader&) = delete;
     TokenReader& operator=(const TokenReader&) = delete;
 
-    // The run's counts: a nested reader (an imported file) counts into the same ones.
+    // The run's count: a nested reader (an imported file) counts into the same one.
     int get_error_count() const { return diagnostics_.errors(); }
-    int get_warning_count() const { return diagnostics_.warnings(); }
 
 protected:
     using WordSet = std::set<std::string, std::less<>>;
@@ -58,7 +57,6 @@ protected:
 
     void error(std::string_view message);
     void warning(std::string_view message);
-    void information(std::string_view message);
     // Reports the message as an error and throws ParseError.
     [[noreturn]] void fatal(std::string_view message);
     // The message with %0 the consumed token's text, %1 that token printed, %2 `expected`.

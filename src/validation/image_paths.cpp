@@ -40,7 +40,6 @@ void collect(const Value& value, const std::string& directory, Paths& paths) {
 }  // namespace
 
 void collect_paths(const Item& image, std::vector<std::pair<std::string, std::string>>& paths) {
-    if (image.type() != ItemType::IMAGE) throw std::logic_error(std::string(messages::collect_paths_not_image));
     if (!image.has_attribute(AttributeId::PATH)) throw std::logic_error(std::string(messages::image_without_path));
     collect(*image.attribute(AttributeId::PATH), directory_of(image.origin().file_name()), paths);
 }

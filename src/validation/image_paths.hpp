@@ -11,8 +11,8 @@
 namespace edd {
 
 // Appends (directory of the defining file, path as written) for each string in PATH, IF and
-// SELECT branches included, in source order. Throws std::logic_error for an item that is no
-// IMAGE, an IMAGE without PATH, and a PATH holding anything but strings and conditionals.
+// SELECT branches included, in source order, for an IMAGE item. Throws std::logic_error for
+// an IMAGE without PATH and a PATH holding anything but strings and conditionals.
 void collect_paths(const Item& image, std::vector<std::pair<std::string, std::string>>& paths);
 
 // The names an image file (directory, path as written) is looked for under, in order:

@@ -23,6 +23,10 @@ namespace edd {
 
 namespace {
 
+void write_scalar(XmlOutput& out, std::string_view element, const Value& value) {
+    out.open_line(element).text(static_cast<const SimpleValue&>(value).text()).close();
+}
+
 // Conditions, case labels, code and expressions render with separating blanks and line
 // breaks at their ends; the document carries them without.
 std::string trimmed_text(const Value& value) {
@@ -98,11 +102,9 @@ void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
     case ValueKind::OPERATOR:
     case ValueKind::CASE: return;
     case ValueKind::STRING: write_string(out, static_cast<const SimpleValue&>(value).text(), true); return;
-    case ValueKind::INTEGER:
-    case ValueKind::FLOAT:
-    case ValueKind::DATA_MASK:
-        out.open_line(type_to_xname(value.kind())).text(static_cast<const SimpleValue&>(value).text()).close();
-        return;
+    case ValueKind::INTEGER: write_scalar(out, "integer", value); return;
+    case ValueKind::FLOAT: write_scalar(out, "float", value); return;
+    case ValueKind::DATA_MASK: write_scalar(out, "data_item_mask", value); return;
     case ValueKind::IDENTIFIER:
         out.open_line("reference").attribute("ref", static_cast<const SimpleValue&>(value).text()).close();
         return;

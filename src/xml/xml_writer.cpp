@@ -3,9 +3,10 @@
 #include "xml/xml_writer.hpp"
 
 #include <algorithm>
+#include <cassert>
+#include <cstdint>
 #include <map>
 #include <memory>
-#include <cstdint>
 #include <stdexcept>
 #include <system_error>
 
@@ -54,10 +55,7 @@ XML_Writer::XML_Writer(Description description, std::vector<std::string> include
 XML_Writer::XML_Writer(Description description, InputFiles& files, Diagnostics& diagnostics)
     : XML_Writer(std::move(description), std::vector<std::string>{std::string()}, files, diagnostics) {}
 
-void XML_Writer::build(bool force) {
-    if (built_ && !force) return;
-    built_ = false;
-    used_keys_.clear();
+void XML_Writer::build() {
     if (dictionary_.size() != 0)
         for (const Item& item : description_.items.items()) item.collect_dictionary_keys(used_keys_);
 
@@ -89,7 +87,6 @@ void XML_Writer::build(bool force) {
         if (a.head[1] != b.head[1]) return a.head[1] < b.head[1];
         return a.item->name() < b.item->name();
     });
-    items_by_name_.clear();
     items_by_name_.reserve(by_name.size());
     for (const ByName& entry : by_name) items_by_name_.push_back(entry.item);
     built_ = true;
@@ -133,7 +130,7 @@ std::optional<std::string> XML_Writer::read_image_file(const std::string& candid
 }
 
 void XML_Writer::save(const std::string& file_name) const {
-    check_built();  // before the file is made
+    assert(built_);
     try {
         OutputFile file(file_name);
         stream_document([&file](std::string_view chunk) { file.write(chunk); });
@@ -143,10 +140,6 @@ void XML_Writer::save(const std::string& file_name) const {
     }
 }
 
-void XML_Writer::print(std::ostream& out) const {
-    stream_document([&out](std::string_view chunk) { out.write(chunk.data(), static_cast<std::streamsize>(chunk.size())); });
-}
-
 std::string XML_Writer::xml() const {
     std::string text;
     stream_document([&text](std::string_view chunk) { text += chunk; });
@@ -154,14 +147,10 @@ std::string XML_Writer::xml() const {
 }
 
 void XML_Writer::stream_document(const std::function<void(std::string_view)>& deliver) const {
-    check_built();
+    assert(built_);
     XmlOutput out(deliver);
     write_document(out);
     out.flush();
-}
-
-void XML_Writer::check_built() const {
-    if (!built_) throw std::logic_error(std::string(messages::document_not_built));
 }
 
 void XML_Writer::write_document(XmlOutput& out) const {

@@ -8,7 +8,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -44,18 +43,16 @@ public:
 
     void set_dictionary(Dictionary dictionary) { dictionary_ = std::move(dictionary); }
     // Gathers what the document needs besides the model (the used dictionary keys, the
-    // image files, the items in name order), once; again only when forced. Throws what
-    // the image paths throw (std::logic_error), leaving the writer unbuilt.
-    void build(bool force = false);
+    // image files, the items in name order). Throws what the image paths throw
+    // (std::logic_error).
+    void build();
 
-    // Each throws std::logic_error before build. save writes the file whole or not at all:
-    // a failure leaves an existing file as it was.
+    // The document of what build gathered. save writes the file whole or not at all: a
+    // failure leaves an existing file as it was.
     void save(const std::string& file_name) const;
-    void print(std::ostream& out) const;
     std::string xml() const;
 
 private:
-    void check_built() const;
     // The whole document, handed to `deliver` in chunks.
     void stream_document(const std::function<void(std::string_view)>& deliver) const;
     // A "string" element with its text, on a line of its own or inline.
@@ -83,7 +80,7 @@ private:
     InputFiles& files_;
     Diagnostics& diagnostics_;
     Dictionary dictionary_;
-    bool built_ = false;
+    bool built_ = false;  // for the assertion that build came first
     // What build gathered.
     KeySet used_keys_;
     bool names_images_ = false;  // some IMAGE names a file, found or not

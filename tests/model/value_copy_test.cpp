@@ -38,11 +38,11 @@ const V& as(const Value& value) {
 
 const Holder holders[] = {
     {"ValueList", [](const ValuePtr& v) { auto* h = arena.make<ValueList>(); h->add(v); return ValuePtr(h); },
-     [](const Value& h) -> const Value& { return *as<ValueList>(h).get(0); }, false},
+     [](const Value& h) -> const Value& { return *as<ValueList>(h).items()[0]; }, false},
     {"ReferenceValue", [](const ValuePtr& v) { auto* h = arena.make<ReferenceValue>("r"); h->set_argument(v); return ValuePtr(h); },
      [](const Value& h) -> const Value& { return *as<ReferenceValue>(h).argument(); }, true},
     {"TypeValue attribute", [](const ValuePtr& v) { auto* h = arena.make<TypeValue>(); h->set_attribute("A", v); return ValuePtr(h); },
-     [](const Value& h) -> const Value& { return *as<TypeValue>(h).get_attribute("A"); }, false},
+     [](const Value& h) -> const Value& { return *as<TypeValue>(h).attributes()[0].value; }, false},
     {"TypeValue value", [](const ValuePtr& v) { auto* h = arena.make<TypeValue>(); h->add_value(v); return ValuePtr(h); },
      [](const Value& h) -> const Value& { return *as<TypeValue>(h).values()[0]; }, true},
     {"ComposedValue", [](const ValuePtr& v) { auto* h = arena.make<ComposedValue>(); h->set("f", v); return ValuePtr(h); },
