@@ -7,19 +7,15 @@ namespace edd {
 
 namespace {
 
-// name(line)
-void append_position(std::string& text, std::string_view file, int line) {
-    text += file;
-    text += '(';
-    text += std::to_string(line);
-    text += ')';
-}
+std::string_view severity_word(Severity severity) { return severity == Severity::warning ? "warning" : "error"; }
 
-// name(line): severity: message
+// The line shapes, side by side. Their differences are part of the output: the parser's
+// and the preprocessor's lines put no blank before "(", the lexer's does, and the line of
+// an imported duplicate has no colon after the position.
+
+// file(line): severity: message
 std::string severity_line(std::string_view file, int line, Severity severity, std::string_view message) {
-    std::string text;
-    text.reserve(file.size() + message.size() + 32);
-    append_position(text, file, line);
+    std::string text = position_text(file, line);
     text += ": ";
     text += severity_word(severity);
     text += ": ";
@@ -28,14 +24,30 @@ std::string severity_line(std::string_view file, int line, Severity severity, st
     return text;
 }
 
+// file (line): error: message
+std::string lexer_line(std::string_view file, int line, std::string_view message) {
+    std::string text(file);
+    text += " (";
+    text += std::to_string(line);
+    text += "): error: ";
+    text += message;
+    text += '\n';
+    return text;
+}
+
+// file(line) error: message
+std::string uncounted_error_line(std::string_view file, int line, std::string_view message) {
+    std::string text = position_text(file, line);
+    text += " error: ";
+    text += message;
+    text += '\n';
+    return text;
+}
+
 }  // namespace
 
-std::string_view severity_word(Severity severity) {
-    switch (severity) {
-    case Severity::warning: return "warning";
-    case Severity::error: return "error";
-    }
-    return "error";
+std::string position_text(std::string_view file, int line) {
+    return format_message(messages::position, {file, std::to_string(line)});
 }
 
 void Diagnostics::write(std::ostream& stream, const std::string& text) {
@@ -53,35 +65,18 @@ void Diagnostics::preprocessor(Severity severity, std::string_view file, int lin
 }
 
 void Diagnostics::lexer_error(std::string_view file, int line, std::string_view message) {
-    std::string text(file);
-    text += " (";
-    text += std::to_string(line);
-    text += "): error: ";
-    text += message;
-    text += '\n';
-    write(out_, text);
+    write(out_, lexer_line(file, line, message));
 }
 
 void Diagnostics::duplicate_object(std::string_view file, int line, std::string_view name, std::string_view first_file,
                                    int first_line) {
-    std::string text;
-    append_position(text, file, line);
-    text += " error: ";
-    text += messages::duplicate_object;
-    text += name;
-    text += ". ";
-    text += messages::previously_defined_at;
-    append_position(text, first_file, first_line);
-    text += ". \n";
-    write(out_, text);
+    const std::string message =
+        format_message(messages::duplicate_object, {name, position_text(first_file, first_line)});
+    write(out_, uncounted_error_line(file, line, message));
 }
 
 void Diagnostics::positioned(std::string_view file, int line, std::string_view message) {
-    std::string text;
-    append_position(text, file, line);
-    text += message;
-    text += '\n';
-    write(out_, text);
+    write(out_, position_text(file, line) + std::string(message) + '\n');
 }
 
 void Diagnostics::related_file_missing(std::string_view path) {
@@ -91,12 +86,7 @@ void Diagnostics::related_file_missing(std::string_view path) {
 void Diagnostics::line(std::string_view text) { write(out_, std::string(text) + '\n'); }
 
 void Diagnostics::fatal(std::string_view message, std::string_view type_name) {
-    std::string text(messages::fatal_error);
-    text += message;
-    text += '(';
-    text += type_name;
-    text += ")\n";
-    write(out_, text);
+    line(format_message(messages::fatal_error, {message, type_name}));
 }
 
 void Diagnostics::standard_error(std::string_view text) { write(standard_error_, std::string(text) + '\n'); }

@@ -54,7 +54,7 @@ private:
     int errors_ = 0;
 };
 
-// "warning" or "error".
-std::string_view severity_word(Severity severity);
+// A position as every line prints it: file(line).
+std::string position_text(std::string_view file, int line);
 
 }  // namespace edd

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "diagnostics/messages.hpp"
+
 namespace edd {
 
 // A fatal parse error; carries the text that was just reported.
@@ -16,7 +18,7 @@ public:
 // A required object of the model is absent.
 class NullPointer : public std::logic_error {
 public:
-    NullPointer() : std::logic_error("NullPointer") {}
+    NullPointer() : std::logic_error(std::string(messages::null_pointer)) {}
 };
 
 }  // namespace edd

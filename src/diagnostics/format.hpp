@@ -12,7 +12,4 @@ namespace edd {
 // is copied as it stands.
 std::string format_message(std::string_view text, std::initializer_list<std::string_view> args = {});
 
-// The pieces of a message joined in order.
-std::string concat(std::initializer_list<std::string_view> pieces);
-
 }  // namespace edd

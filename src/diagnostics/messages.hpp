@@ -1,15 +1,19 @@
-// Every fixed text the command line and the front end print. They are output, not prose:
-// they are reproduced letter for letter, their authors' spellings included.
+// Every fixed text the program prints or puts in an exception, each a whole template: "%n"
+// stands for the n-th argument (format.hpp). They are output, not prose: they are
+// reproduced letter for letter, their authors' spellings included.
 #pragma once
 
 #include <string_view>
 
 namespace edd::messages {
 
+// Positions and the printed form of a token.
+inline constexpr std::string_view position = "%0(%1)";  // file, line
+inline constexpr std::string_view printed_token = "%0(%1)";  // kind name or number, text
+
 // Command line and driver.
 inline constexpr std::string_view banner = "Tarnwick - Release: 1.0.0.12";
-inline constexpr std::string_view usage_prefix = "Usage: ";
-inline constexpr std::string_view usage_suffix = " [options] file";
+inline constexpr std::string_view usage = "Usage: %0 [options] file";
 inline constexpr std::string_view help_lines[] = {
     "Options:",
     "    -I <path>  Include path.",
@@ -25,14 +29,14 @@ inline constexpr std::string_view missing_output_file = "Missing output file aft
 inline constexpr std::string_view missing_error_file = "Missing file after -e.";
 inline constexpr std::string_view missing_dictionary_file = "Missing file after -d.";
 inline constexpr std::string_view missing_profile = "Missing parameter after -p.";
-inline constexpr std::string_view unknown_argument = "Unknown argument ";
+inline constexpr std::string_view unknown_argument = "Unknown argument %0.";
 inline constexpr std::string_view multiple_inputs = "error: multiple input files given.";
 inline constexpr std::string_view no_input_file = "No input file specefied.";
-inline constexpr std::string_view cannot_open_error_file = "Failed to open error file ";
-inline constexpr std::string_view could_not_open_input = "Could not open input file ";
-inline constexpr std::string_view failed_to_open_input = "Failed to open input file ";
-inline constexpr std::string_view failed_to_open_dictionary = "Failed to open dictionary file ";
-inline constexpr std::string_view fatal_error = "Encountered a fatal error: ";
+inline constexpr std::string_view cannot_open_error_file = "Failed to open error file %0.";
+inline constexpr std::string_view could_not_open_input = "Could not open input file %0.";
+inline constexpr std::string_view failed_to_open_input = "Failed to open input file %0.";
+inline constexpr std::string_view failed_to_open_dictionary = "Failed to open dictionary file %0.";
+inline constexpr std::string_view fatal_error = "Encountered a fatal error: %0(%1)";  // message, type name
 inline constexpr std::string_view output_is_input = "Output file %0 is the input file %1.";
 inline constexpr std::string_view outputs_collide = "Output files %0 and %1 are the same file.";
 inline constexpr std::string_view output_was_read = "Output file %0 is the same file as %1, which the run read.";
@@ -52,9 +56,9 @@ inline constexpr std::string_view stream_too_large = "File %0 is a pipe or devic
 inline constexpr std::string_view stream_stalled = "File %0 is a pipe or device that sent nothing for a second.";
 inline constexpr std::string_view pipe_without_reader = "no process reads from it";
 
-// Imports.
-inline constexpr std::string_view duplicate_object = "Duplicate definition of object ";
-inline constexpr std::string_view previously_defined_at = "Obejct was previusly defined at ";
+// Imports: an imported item whose name is taken. %0 the name, %1 the first one's position.
+inline constexpr std::string_view duplicate_object =
+    "Duplicate definition of object %0. Obejct was previusly defined at %1. ";
 
 // Lexer.
 inline constexpr std::string_view trailing_backslash = "Trailing '\\'.";
@@ -106,21 +110,24 @@ inline constexpr std::string_view expected_dictionary_key = "Expected identifier
 inline constexpr std::string_view reserved_eddl_keyword = "%0 is a reseved EDDL keyword.";
 inline constexpr std::string_view reserved_method_keyword = "%0 is a reseved METHOD keyword.";
 inline constexpr std::string_view reserved_keyword = "%0 is a reseved keyword.";
+// Faults of the converter itself, on standard error.
 inline constexpr std::string_view failure_in_parser = "failure in parser";
-inline constexpr std::string_view position = "position: ";
+inline constexpr std::string_view failure_in_parser_with = "failure in parser: %0(%1)";  // message, type name
+inline constexpr std::string_view failure_position = "position: %0";
+inline constexpr std::string_view failure_in_dictionary = "failure in parser:%0";
 
 // Parser: items and attributes.
 inline constexpr std::string_view expected_edd_object = "Expected edd object but got %0.";
 inline constexpr std::string_view object_not_allowed = "Object of type %0 is not allowed in %1.";
 inline constexpr std::string_view attribute_not_allowed = "%0 is not allowed on object of type %1 in %2.";
-inline constexpr std::string_view attribute_not_defined = " is not allowd on object of type ";
+inline constexpr std::string_view attribute_not_defined = "%0 is not allowd on object of type %1";
 inline constexpr std::string_view invalid_attribute_id = "%0 is not a valid attribute id";
-inline constexpr std::string_view duplicate_definition = "Duplicate definition of Object \"";
-inline constexpr std::string_view duplicate_definition_object = " Object \"";
-inline constexpr std::string_view initially_defined_at = "\" is initialy defined at ";
+// %0 the new item's name, %1 the first one's, %2 the first one's position.
+inline constexpr std::string_view duplicate_definition =
+    "Duplicate definition of Object \"%0\" Object \"%1\" is initialy defined at %2\n";
 
 // Parser: expressions.
-inline constexpr std::string_view expected_primary = "Expected primary expression but got";
+inline constexpr std::string_view expected_primary = "Expected primary expression but got%0";
 inline constexpr std::string_view expected_string = "Expected string but got %0";
 inline constexpr std::string_view trailing_comma = "Trailing comma.";
 
@@ -128,7 +135,7 @@ inline constexpr std::string_view trailing_comma = "Trailing comma.";
 inline constexpr std::string_view trailing_semicolon = "Trailing semicolon.";
 inline constexpr std::string_view empty_else = "Empty ELSE clause.";
 inline constexpr std::string_view select_two_defaults = "Select has can only have one default value.";
-inline constexpr std::string_view expected_case_or_default = "Expected 'CASE' or 'DEFAULT' but got '";
+inline constexpr std::string_view expected_case_or_default = "Expected 'CASE' or 'DEFAULT' but got '%0'.";
 inline constexpr std::string_view stray = "Stray %0";
 
 // Parser: identification, imports, LIKE.
@@ -138,7 +145,7 @@ inline constexpr std::string_view manufacturer_value =
 inline constexpr std::string_view device_type_value =
     "Value for DEVICE_TYPE must be an integer or identifiert. The value is %0.";
 inline constexpr std::string_view import_not_found = "Could not open import DD %0. File not found.";
-inline constexpr std::string_view import_object_missing = "Could not import object with id ";
+inline constexpr std::string_view import_object_missing = "Could not import object with id %0";
 inline constexpr std::string_view invalid_import_id = "Not a valid item import id.";
 inline constexpr std::string_view redefine_wrong_type = "Object being REDEFINEed is not the type specified.";
 inline constexpr std::string_view redefine_missing = "Object being REDEFINEed is not in imported DD.";
@@ -166,6 +173,17 @@ inline constexpr std::string_view expected_point = "Expected reference, integer 
 inline constexpr std::string_view expected_key_points = "Expected X_VALUES or Y_VALUES but got %0.";
 inline constexpr std::string_view parameter_not_unsigned = "The parameter of type '%0' can not be unsigned.";
 inline constexpr std::string_view unknown_parameter_type = "Unknown parameter type %0.";
+
+// The model and its texts.
+inline constexpr std::string_view null_pointer = "NullPointer";
+inline constexpr std::string_view invalid_attribute = "Invalid object attribute id.";
+inline constexpr std::string_view undefined_attribute = "Trying to access attribtue that is not defined.";
+inline constexpr std::string_view not_in_attribute_list = "AttributeList: Type not in list.";
+inline constexpr std::string_view not_in_item_table = "Object not in dd.";
+inline constexpr std::string_view key_defined_twice = "%0 is already defined in dictionary %1";  // key, name
+inline constexpr std::string_view key_not_defined = "%0 is not defined in dictionary %1";
+inline constexpr std::string_view empty_number = "str is empty.";
+inline constexpr std::string_view invalid_digit = "%0 is not a valid digit.";
 
 // XML document and image files.
 inline constexpr std::string_view invalid_element_name = "XML: \"%0\" is not a valid element name.";

@@ -20,7 +20,7 @@ std::optional<int> fail(Diagnostics& err, std::string_view message) {
 
 std::optional<int> handle_option(const std::string& option, const std::string* value, Options& options,
                                  std::ostream& out, Diagnostics& err) {
-    if (option.size() != 2) return fail(err, concat({messages::unknown_argument, option, "."}));
+    if (option.size() != 2) return fail(err, format_message(messages::unknown_argument, {option}));
     auto take = [&](std::string& into, std::string_view missing) -> std::optional<int> {
         if (!has_value(value)) return fail(err, missing);
         into = *value;
@@ -55,7 +55,7 @@ std::string program_name_of(std::string_view first_argument) {
 }
 
 void print_help(std::ostream& out, std::string_view program_name) {
-    out << messages::usage_prefix << program_name << messages::usage_suffix << '\n';
+    out << format_message(messages::usage, {program_name}) << '\n';
     for (std::string_view line : messages::help_lines) out << line << '\n';
 }
 

@@ -36,7 +36,7 @@ namespace edd {
 
 namespace {
 
-std::string failure(std::string_view prefix, const std::string& name) { return concat({prefix, name, "."}); }
+std::string failure(std::string_view message, const std::string& name) { return format_message(message, {name}); }
 
 // Everything before the last separator, or "." for a bare file name.
 std::string directory_part(const std::string& name) {

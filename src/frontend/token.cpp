@@ -1,13 +1,12 @@
 #include "frontend/token.hpp"
 
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
+
 namespace edd {
 
 std::string to_string(const Token& token) {
-    std::string out = kind_to_string(token.kind());
-    out += '(';
-    out += token.text();
-    out += ')';
-    return out;
+    return format_message(messages::printed_token, {kind_to_string(token.kind()), token.text()});
 }
 
 }  // namespace edd

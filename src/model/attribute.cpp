@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace edd {
+#include "diagnostics/messages.hpp"
 
-namespace {
-constexpr const char* not_in_list = "AttributeList: Type not in list.";
-}
+namespace edd {
 
 void AttributeList::set_name(std::string_view name, ValuePtr value, bool lasting) {
     auto it = std::ranges::find(entries_, name, &Attribute::name);
@@ -20,7 +18,7 @@ void AttributeList::set_name(std::string_view name, ValuePtr value, bool lasting
 
 const Attribute& AttributeList::get(std::string_view name) const {
     auto it = std::ranges::find(entries_, name, &Attribute::name);
-    if (it == entries_.end()) throw std::invalid_argument(not_in_list);
+    if (it == entries_.end()) throw std::invalid_argument(std::string(messages::not_in_attribute_list));
     return *it;
 }
 

@@ -5,11 +5,9 @@
 #include <stdexcept>
 #include <utility>
 
-namespace edd {
+#include "diagnostics/messages.hpp"
 
-namespace {
-constexpr const char* not_in_table = "Object not in dd.";
-}
+namespace edd {
 
 void ItemTable::reserve(std::size_t items) {
     // Geometric, as inserts would grow it: many small imports must not reallocate each time.
@@ -48,7 +46,7 @@ void ItemTable::grow_index(std::size_t slots) {
 
 const Item& ItemTable::get(std::string_view name) const {
     const Item* item = find(name);
-    if (item == nullptr) throw std::invalid_argument(not_in_table);
+    if (item == nullptr) throw std::invalid_argument(std::string(messages::not_in_item_table));
     return *item;
 }
 

@@ -2,18 +2,21 @@
 
 #include <stdexcept>
 
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
+
 namespace edd {
 
 std::string to_string(const DictionaryEntry& entry) { return "[0, 0] " + entry.key + " \"" + entry.text + '"'; }
 
 const DictionaryEntry& Dictionary::entry(std::string_view key) const {
     auto it = first_.find(std::string(key));
-    if (it == first_.end()) throw std::invalid_argument(std::string(key) + " is not defined in dictionary " + name_);
+    if (it == first_.end()) throw std::invalid_argument(format_message(messages::key_not_defined, {key, name_}));
     return entries_[it->second];
 }
 
 void Dictionary::add(DictionaryEntry entry) {
-    if (contains(entry.key)) throw std::invalid_argument(entry.key + " is already defined in dictionary " + name_);
+    if (contains(entry.key)) throw std::invalid_argument(format_message(messages::key_defined_twice, {entry.key, name_}));
     append(std::move(entry));
 }
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "diagnostics/messages.hpp"
+
 namespace edd {
 
 void Item::check(AttributeId id) {
-    if (!is_valid(id)) throw std::invalid_argument("Invalid object attribute id.");
+    if (!is_valid(id)) throw std::invalid_argument(std::string(messages::invalid_attribute));
 }
 
 std::pmr::vector<Item::Slot>::const_iterator Item::find(AttributeId id) const {
@@ -19,7 +21,7 @@ bool Item::has_attribute(AttributeId id) const { return find(id) != slots_.end()
 
 const ValuePtr& Item::attribute(AttributeId id) const {
     auto it = find(id);
-    if (it == slots_.end()) throw std::logic_error("Trying to access attribtue that is not defined.");
+    if (it == slots_.end()) throw std::logic_error(std::string(messages::undefined_attribute));
     if (!it->value.is_set()) throw NullPointer();
     return it->value;
 }

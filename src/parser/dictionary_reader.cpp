@@ -12,9 +12,7 @@ bool DictionaryReader::load() {
     } catch (const ParseError&) {
         return false;
     } catch (const std::exception& e) {
-        diagnostics().standard_error(concat({messages::failure_in_parser, ":", e.what()}));
-        return false;
-    } catch (...) {
+        diagnostics().standard_error(format_message(messages::failure_in_dictionary, {e.what()}));
         return false;
     }
     return true;

@@ -65,7 +65,7 @@ ValuePtr Parser::parse_conditional(Grammar plain, Grammar branch) {
             select->set_default(value);
         } else {
             // Nothing here would consume the stray token, so reading stops at it.
-            fatal(concat({messages::expected_case_or_default, peek().text(), "'."}));
+            fatal(format_message(messages::expected_case_or_default, {peek().text()}));
         }
     }
     expect("}");

@@ -163,7 +163,7 @@ ValuePtr Parser::parse_primary_expression() {
     case EDDL_KEYWORD: return parse_keyword_combination();
     default:
         // Not consumed: the caller meets the same token and decides.
-        error(concat({messages::expected_primary, peek().text()}));
+        error(format_message(messages::expected_primary, {peek().text()}));
         return make<NullValue>();
     }
 }

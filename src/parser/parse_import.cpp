@@ -4,9 +4,11 @@
 #include <unordered_map>
 #include <map>
 #include <stdexcept>
+#include <typeinfo>
 
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
+#include "diagnostics/type_name.hpp"
 #include "files/input_files.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
@@ -201,12 +203,14 @@ void Parser::parse_import_list(const ItemTable& imported, ImportSet& selected) {
         }
         if (is_plural_entry(entry)) {
             auto it = import_keywords().find(entry.text());
-            if (it == import_keywords().end()) throw std::invalid_argument(std::string(messages::invalid_import_id));
+            // Reported as the converter's fault, in the words of a standard exception.
+            if (it == import_keywords().end())
+                fault(messages::invalid_import_id, readable_type_name(typeid(std::invalid_argument)));
             for (const Item* item : imported.of_type(find_item_type(it->second))) selected.add(*item);
         } else if (const Item* item = imported.find(entry.text())) {
             selected.add(*item);
         } else {
-            diagnostics().line(concat({messages::import_object_missing, entry.text()}));
+            diagnostics().line(format_message(messages::import_object_missing, {entry.text()}));
         }
         if (!accept(";")) accept(",");
     }

@@ -50,7 +50,7 @@ void Parser::parse_attribute(Item& item, bool redefine) {
     if (!profile_.allows_attribute(item.type(), id))
         error(format_message(messages::attribute_not_allowed, {name, item_type_word(item), profile_.name()}));
     if (!item_defines_attribute(item.type(), id)) {
-        error(concat({name, messages::attribute_not_defined, item_type_word(item)}));
+        error(format_message(messages::attribute_not_defined, {name, item_type_word(item)}));
         return;
     }
     if (redefine) item.set_attribute(id, value);

@@ -36,23 +36,18 @@ ValuePtr Parser::expect_keyword() {
 
 ValuePtr Parser::parse_one_of(const WordSet& words) { return make_simple(ValueKind::KEYWORD, expect_one_of(words)); }
 
-// The handlers other than ParseError write to standard error, not to the diagnostics: they
-// stand for faults of the converter rather than of the description.
+// The handlers other than ParseError report faults of the converter rather than of the
+// description: on standard error, not counted.
 bool Parser::parse() {
-    auto report_failure = [this](std::string_view failure) {
-        diagnostics().standard_error(failure);
-        diagnostics().standard_error(concat({messages::position, consumed().file_name(), "(",
-                                             std::to_string(consumed().line()), ")"}));
-    };
     try {
         parse_description();
     } catch (const ParseError&) {
         return false;
     } catch (const std::exception& e) {
-        report_failure(concat({messages::failure_in_parser, ": ", e.what(), "(", readable_type_name(typeid(e)), ")"}));
+        report_fault(format_message(messages::failure_in_parser_with, {e.what(), readable_type_name(typeid(e))}));
         return false;
     } catch (...) {
-        report_failure(messages::failure_in_parser);
+        report_fault(messages::failure_in_parser);
         return false;
     }
     return get_error_count() == 0;
@@ -161,9 +156,8 @@ void Parser::parse_method_header(Item& item) {
 
 void Parser::register_item(Item item) {
     if (const Item* first = description_.items.find(item.name())) {
-        error(concat({messages::duplicate_definition, item.name(), "\"", messages::duplicate_definition_object,
-                      first->name(), messages::initially_defined_at, first->origin().file_name(), "(",
-                      std::to_string(first->origin().line), ")\n"}));
+        error(format_message(messages::duplicate_definition,
+                             {item.name(), first->name(), position_text(first->origin().file_name(), first->origin().line)}));
         return;
     }
     description_.items.insert(std::move(item));

@@ -27,6 +27,17 @@ void TokenReader::warning(std::string_view message) {
     diagnostics_.report(Severity::warning, consumed().file_name(), consumed().line(), message);
 }
 
+void TokenReader::report_fault(std::string_view failure) {
+    diagnostics_.standard_error(failure);
+    diagnostics_.standard_error(
+        format_message(messages::failure_position, {position_text(consumed().file_name(), consumed().line())}));
+}
+
+void TokenReader::fault(std::string_view message, std::string_view type_name) {
+    report_fault(format_message(messages::failure_in_parser_with, {message, type_name}));
+    throw ParseError(std::string(message));
+}
+
 void TokenReader::fatal(std::string_view message) {
     error(message);
     throw ParseError(std::string(message));

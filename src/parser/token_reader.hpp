@@ -59,6 +59,11 @@ protected:
     void warning(std::string_view message);
     // Reports the message as an error and throws ParseError.
     [[noreturn]] void fatal(std::string_view message);
+    // A fault of the converter rather than of the description: the failure and the position
+    // of the token consumed last, on standard error, not counted.
+    void report_fault(std::string_view failure);
+    // Reports "failure in parser: message(type_name)" as a fault and throws ParseError.
+    [[noreturn]] void fault(std::string_view message, std::string_view type_name);
     // The message with %0 the consumed token's text, %1 that token printed, %2 `expected`.
     [[noreturn]] void fatal_at_consumed(std::string_view message, std::string_view expected = {});
 

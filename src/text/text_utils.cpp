@@ -4,14 +4,15 @@
 #include <charconv>
 #include <stdexcept>
 
+#include "diagnostics/format.hpp"
+#include "diagnostics/messages.hpp"
+
 namespace edd {
 
 namespace {
 
-constexpr std::string_view empty_text = "str is empty.";
-
 [[noreturn]] void throw_invalid_digit(char c) {
-    throw std::invalid_argument(std::string(1, c) + " is not a valid digit.");
+    throw std::invalid_argument(format_message(messages::invalid_digit, {std::string_view(&c, 1)}));
 }
 
 std::uint64_t digit_value(char c) {
@@ -27,7 +28,7 @@ bool is_radix_letter(char c) { return c == 'b' || c == 'B' || c == 'x' || c == '
 }  // namespace
 
 int radix_of(std::string_view text) {
-    if (text.empty()) throw std::invalid_argument(std::string(empty_text));
+    if (text.empty()) throw std::invalid_argument(std::string(messages::empty_number));
     if (text.size() == 1) return 10;
     if (text[0] == '0') {
         if (text[1] == 'b' || text[1] == 'B') return 2;
@@ -39,7 +40,7 @@ int radix_of(std::string_view text) {
 }
 
 std::string_view digits_of(std::string_view text) {
-    if (text.empty()) throw std::invalid_argument(std::string(empty_text));
+    if (text.empty()) throw std::invalid_argument(std::string(messages::empty_number));
     if (text.size() == 1) return text;
     if (text[0] == '0') {
         text.remove_prefix(1);
