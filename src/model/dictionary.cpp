@@ -16,7 +16,8 @@ const DictionaryEntry& Dictionary::entry(std::string_view key) const {
 }
 
 void Dictionary::add(DictionaryEntry entry) {
-    if (contains(entry.key)) throw std::invalid_argument(format_message(messages::key_defined_twice, {entry.key, name_}));
+    if (contains(entry.key))
+        throw std::invalid_argument(format_message(messages::key_defined_twice, {entry.key, name_}));
     append(std::move(entry));
 }
 

@@ -1,22 +1,18 @@
 #include "model/parameter_value.hpp"
 
-#include <iterator>
-#include <string_view>
+#include <algorithm>
 
 namespace edd {
 
-namespace {
-constexpr std::string_view type_names[] = {
-    "char", "unsigned char", "int", "unsigned int", "long", "unsigned long", "float", "double", "DD_STRING", "DD_ITEM",
-};
-}  // namespace
-
-std::string parameter_type_name(std::uint32_t type) {
-    return type < std::size(type_names) ? std::string(type_names[type]) : std::to_string(type);
+std::optional<std::uint32_t> find_parameter_type(std::string_view word) {
+    if (word.empty()) return std::nullopt;
+    const auto it = std::ranges::find(parameter_types, word, &ParameterType::word);
+    if (it == std::end(parameter_types)) return std::nullopt;
+    return static_cast<std::uint32_t>(it - std::begin(parameter_types));
 }
 
 std::string ParameterValue::to_string() const {
-    return parameter_type_name(type_) + (mode_ == 1 ? "& " : " ") + std::string(name_);
+    return std::string(type().name) + (mode_ == ParameterMode::CALL_BY_REFERENCE ? "& " : " ") + std::string(name_);
 }
 
 }  // namespace edd

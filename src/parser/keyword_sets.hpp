@@ -1,39 +1,52 @@
-// The keyword sets that the attribute grammars accept. Sets are ordered because a refusal
-// lists the accepted words in byte order.
+// The keyword sets that the attribute grammars accept, each in byte order (proved below).
 #pragma once
 
-#include <set>
-#include <string>
+#include <algorithm>
+#include <string_view>
+
+#include "parser/word_set.hpp"
 
 namespace edd::keyword_sets {
 
-using WordSet = std::set<std::string, std::less<>>;
-
-inline const WordSet arithmetic_types = {"INTEGER", "UNSIGNED_INTEGER", "DOUBLE", "FLOAT"};
-inline const WordSet enumerated_types = {"ENUMERATED", "BIT_ENUMERATED"};
-inline const WordSet index_type = {"INDEX"};
-inline const WordSet string_types = {"ASCII", "BITSTRING", "EUC", "PACKED_ASCII", "PASSWORD", "VISIBLE", "OCTET"};
-inline const WordSet date_time_types = {"DATE", "DATE_AND_TIME", "DURATION", "TIME", "TIME_VALUE"};
-inline const WordSet object_reference_type = {"OBJECT_REFERENCE"};
-inline const WordSet status_classes = {
+inline constexpr std::string_view arithmetic_types[] = {"DOUBLE", "FLOAT", "INTEGER", "UNSIGNED_INTEGER"};
+inline constexpr std::string_view enumerated_types[] = {"BIT_ENUMERATED", "ENUMERATED"};
+inline constexpr std::string_view index_type[] = {"INDEX"};
+inline constexpr std::string_view string_types[] = {"ASCII",        "BITSTRING", "EUC",    "OCTET",
+                                                    "PACKED_ASCII", "PASSWORD",  "VISIBLE"};
+inline constexpr std::string_view date_time_types[] = {"DATE", "DATE_AND_TIME", "DURATION", "TIME", "TIME_VALUE"};
+inline constexpr std::string_view object_reference_type[] = {"OBJECT_REFERENCE"};
+// The words of an enumerated type's body that are value attributes; anything else there
+// starts enumerators.
+inline constexpr std::string_view value_attributes[] = {"DEFAULT_VALUE", "INITIAL_VALUE", "MAX_VALUE", "MIN_VALUE"};
+inline constexpr std::string_view status_classes[] = {
     "ALL", "AO", "BAD", "COMM", "COMM_ERROR", "CORRECTABLE", "DATA", "DETAIL", "DV", "ERROR", "EVENT", "HARDWARE",
     "IGNORE_IN_HANDHELD", "IGNORE_IN_HOST", "IGNORE_IN_TEMPORARY_MASTER", "INFO", "MISC", "MODE", "MORE", "PROCESS",
     "SELF_CORRECTING", "SOFTWARE", "STATE", "SUMMARY", "TV", "UNCORRECTABLE", "WARNING"};
-inline const WordSet classes = {
+inline constexpr std::string_view classes[] = {
     "ALARM", "ANALOG_INPUT", "ANALOG_OUTPUT", "COMPUTATION", "CONTAINED", "CORRECTION", "DEVICE", "DIAGNOSTIC",
     "DIGITAL_INPUT", "DIGITAL_OUTPUT", "DISCRETE_INPUT", "DISCRETE_OUTPUT", "DYNAMIC", "FREQUENCY_INPUT",
     "FREQUENCY_OUTPUT", "HART", "INPUT", "LOCAL", "LOCAL_DISPLAY", "OPERATE", "OUTPUT", "SERVICE", "TUNE"};
-inline const WordSet purposes = {"CATALOG", "DIAGNOSE", "LOAD_TO_APPLICATION", "LOAD_TO_DEVICE", "MENU",
-                                 "PROCESS_VALUE", "SIMULATION", "TABLE"};
-inline const WordSet response_code_types = {"DATA_ENTRY_ERROR", "DATA_ENTRY_WARNING", "MISC_ERROR", "MISC_WARNING",
-                                            "MODE_ERROR", "PROCESS_ERROR", "SUCCESS"};
-inline const WordSet menu_layout_words = {"SEPARATOR", "COLUMNBREAK", "ROWBREAK"};
-inline const WordSet menu_item_qualifiers = {"REVIEW", "INLINE", "DISPLAY_VALUE", "READ_ONLY", "HIDDEN", "NO_LABEL",
-                                             "NO_UNIT"};
-inline const WordSet waveform_types = {"YT", "XY", "HORIZONTAL", "VERTICAL"};
-inline const WordSet method_return_types = {"char", "int", "long", "float", "double", "unsigned"};
-inline const WordSet unsigned_return_types = {"unsigned", "char", "int", "long", "float", "double"};
-inline const WordSet method_parameter_types = {"char", "int", "long", "float", "double", "unsigned", "DD_STRING",
-                                               "DD_ITEM"};
+inline constexpr std::string_view purposes[] = {"CATALOG", "DIAGNOSE", "LOAD_TO_APPLICATION", "LOAD_TO_DEVICE",
+                                                "MENU", "PROCESS_VALUE", "SIMULATION", "TABLE"};
+inline constexpr std::string_view response_code_types[] = {"DATA_ENTRY_ERROR", "DATA_ENTRY_WARNING", "MISC_ERROR",
+                                                           "MISC_WARNING", "MODE_ERROR", "PROCESS_ERROR", "SUCCESS"};
+inline constexpr std::string_view menu_layout_words[] = {"COLUMNBREAK", "ROWBREAK", "SEPARATOR"};
+inline constexpr std::string_view menu_item_qualifiers[] = {"DISPLAY_VALUE", "HIDDEN",    "INLINE", "NO_LABEL",
+                                                            "NO_UNIT",       "READ_ONLY", "REVIEW"};
+inline constexpr std::string_view waveform_types[] = {"HORIZONTAL", "VERTICAL", "XY", "YT"};
+inline constexpr std::string_view method_return_types[] = {"char", "double", "float", "int", "long", "unsigned"};
+// The second word after "unsigned".
+inline constexpr std::string_view unsigned_return_types[] = {"char", "double", "float", "int", "long", "unsigned"};
+
+// The sets a type specification starts with.
+inline constexpr WordSet type_words[] = {arithmetic_types, enumerated_types, index_type,
+                                         string_types,     date_time_types,  object_reference_type};
+
+static_assert(std::ranges::all_of(
+    std::initializer_list<WordSet>{arithmetic_types, enumerated_types, index_type, string_types, date_time_types,
+                                   object_reference_type, value_attributes, status_classes, classes, purposes,
+                                   response_code_types, menu_layout_words, menu_item_qualifiers, waveform_types,
+                                   method_return_types, unsigned_return_types},
+    [](WordSet words) { return std::ranges::is_sorted(words); }));
 
 }  // namespace edd::keyword_sets

@@ -1,3 +1,5 @@
+// The value grammars of the attributes with a grammar of their own; the lists among them
+// are read by the templates of parse_conditionals.cpp.
 #include <string>
 
 #include "diagnostics/format.hpp"
@@ -15,15 +17,14 @@ namespace edd {
 
 namespace ks = keyword_sets;
 
-namespace {
+// ---- Plain values ------------------------------------------------------------------------
 
-// The words an enumerated type body reads as value attributes; anything else there starts
-// an enumerator list.
-bool is_value_attribute(std::string_view word) {
-    return word == "INITIAL_VALUE" || word == "DEFAULT_VALUE" || word == "MIN_VALUE" || word == "MAX_VALUE";
+// plain_value : expression_list [';']
+ValuePtr Parser::parse_plain_value() {
+    ValuePtr value = parse_expression_list();
+    accept(";");
+    return value;
 }
-
-}  // namespace
 
 // ---- Method code ----------------------------------------------------------------------
 
@@ -54,85 +55,71 @@ ValuePtr Parser::parse_method_type() {
 }
 
 // method_parameter : [ unsigned ] parameter_type [ '&' ] identifier
+// "unsigned" is a type of its own unless a type word follows it.
 ValuePtr Parser::parse_method_parameter() {
     advance();
-    bool is_unsigned = false;
-    if (consumed().text() == "unsigned" && ks::method_parameter_types.contains(peek().text()) && !peek().is(STRING)) {
-        is_unsigned = true;
-        advance();
-    }
-    const std::string type(consumed().text());
-    std::uint32_t code = 2;
-    if (type == "char") code = is_unsigned ? 1 : 0;
-    else if (type == "int" || type == "unsigned") code = is_unsigned || type == "unsigned" ? 3 : 2;
-    else if (type == "long") code = is_unsigned ? 5 : 4;
-    else if (type == "float") code = 6;
-    else if (type == "double") code = 7;
-    else if (type == "DD_STRING") code = 8;
-    else if (type == "DD_ITEM") code = 9;
-    else fatal(format_message(messages::unknown_parameter_type, {type}));
-    if (is_unsigned && code >= 6) fatal(format_message(messages::parameter_not_unsigned, {type}));
-    const std::uint32_t mode = accept("&") ? 1 : 0;
-    return make<ParameterValue>(code, mode, read_identifier(false));
+    const bool is_unsigned = consumed_word() == "unsigned" && find_parameter_type(peek_word());
+    if (is_unsigned) advance();
+    const std::optional<std::uint32_t> type = find_parameter_type(consumed_word());
+    if (!type) fatal(format_message(messages::unknown_parameter_type, {consumed().text()}));
+    const std::optional<std::uint32_t> code = is_unsigned ? parameter_types[*type].unsigned_code : type;
+    if (!code) fatal(format_message(messages::parameter_not_unsigned, {consumed().text()}));
+    const ParameterMode mode = accept("&") ? ParameterMode::CALL_BY_REFERENCE : ParameterMode::CALL_BY_VALUE;
+    return make<ParameterValue>(*code, mode, read_identifier(false));
 }
 
 // ---- Variable types -------------------------------------------------------------------
 
 // type_specification : type_word [ '(' integer ')' ] [ reference ] ( ';' | '{' type_body '}' [';'] )
 ValuePtr Parser::parse_type_specification() {
-    const std::string word = peek().is(STRING) ? std::string() : std::string(peek().text());
-    const ks::WordSet* set = nullptr;
-    for (const ks::WordSet* candidate : {&ks::arithmetic_types, &ks::enumerated_types, &ks::index_type, &ks::string_types,
-                                         &ks::date_time_types, &ks::object_reference_type})
-        if (candidate->contains(word)) set = candidate;
-    if (set == nullptr) {
+    WordSet set;
+    for (WordSet candidate : ks::type_words)
+        if (at_one_of(candidate)) set = candidate;
+    if (set.empty()) {
         error(messages::expected_type_specifier);
         return make<NullValue>();
     }
-    expect_one_of(*set);
-    auto* type = make<TypeValue>(word);
+    auto* type = make<TypeValue>(expect_one_of(set));
     if (accept("(")) {
         type->set_size(static_cast<std::uint32_t>(read_integer()));
         expect(")");
     }
-    if (set == &ks::index_type) type->add_value(parse_reference());
+    if (set.data() == ks::index_type) type->add_value(parse_reference());
     if (accept(";")) return type;
     expect("{");
-    parse_type_body(*type, set == &ks::enumerated_types);
+    parse_type_body(*type, set.data() == ks::enumerated_types);
     expect("}");
     accept(";");
     return type;
 }
 
-// type_body : { value_attribute conditional_value | enumerators }   (enumerated types)
-//           | { attribute_word conditional_value }                 (other types)
+// type_body : { value_attribute conditional_value | conditional_enumerators }   (enumerated types)
+//           | { attribute_word conditional_value }                             (other types)
 // Attributes become the type's attributes, enumerators its values. Besides the value
 // limits, the other types take words such as DISPLAY_FORMAT and EDIT_FORMAT.
 void Parser::parse_type_body(TypeValue& type, bool enumerated) {
     while (!at("}") && !at_end()) {
         const bool word = (at_kind(EDDL_KEYWORD) || at_kind(IDENTIFIER)) && !at("IF") && !at("SELECT");
-        if (word && (!enumerated || is_value_attribute(peek().text()))) {
+        if (word && (!enumerated || at_one_of(ks::value_attributes))) {
             advance();
             const std::string name(consumed().text());
-            type.set_attribute(name, parse_conditional_value());
+            type.set_attribute(name, parse_conditional(List::VALUES));
             continue;
         }
         if (!enumerated) break;
-        // An unnamed list of enumerators gives its entries; anything else is one value.
-        const ValuePtr enumerators = parse_conditional_enumerators();
-        const auto* list = enumerators->kind() == ValueKind::VALUE_LIST ? static_cast<const ValueList*>(enumerators.get())
-                                                                        : nullptr;
-        if (list == nullptr || !list->name().empty()) {
-            type.add_value(enumerators);
-            continue;
-        }
-        for (const ValuePtr& enumerator : list->items()) type.add_value(enumerator);
+        add_enumerators(type, parse_conditional(List::ENUMERATORS));
     }
 }
 
-// enumerators : enumerator { ',' enumerator } [ ',' ]
-ValuePtr Parser::parse_enumerator_list() {
-    return parse_list(&Parser::parse_enumerator, messages::trailing_comma_in_enumerator);
+// An unnamed list of enumerators gives the type its entries; anything else is one value.
+void Parser::add_enumerators(TypeValue& type, ValuePtr enumerators) {
+    const auto* list = enumerators->kind() == ValueKind::VALUE_LIST ? static_cast<const ValueList*>(enumerators.get())
+                                                                    : nullptr;
+    if (list == nullptr || !list->name().empty()) {
+        type.add_value(enumerators);
+        return;
+    }
+    for (const ValuePtr& enumerator : list->items()) type.add_value(enumerator);
 }
 
 // enumerator : '{' value ',' description { ',' ( help | status_classes | classes | action ) } '}'
@@ -143,10 +130,9 @@ ValuePtr Parser::parse_enumerator() {
     expect(",");
     enumerator->set("description", parse_string_value());
     while (accept(",")) {
-        const std::string_view word = peek().text();
-        if (!at_kind(STRING) && ks::status_classes.contains(word)) {
+        if (at_one_of(ks::status_classes)) {
             enumerator->set("status_class", parse_keyword_set_combination(ks::status_classes));
-        } else if (!at_kind(STRING) && ks::classes.contains(word)) {
+        } else if (at_one_of(ks::classes)) {
             enumerator->set("function", parse_keyword_set_combination(ks::classes));
         } else if ((at_kind(STRING) || at("[")) && !enumerator->contains("help")) {
             enumerator->set("help", parse_string_value());
@@ -162,7 +148,7 @@ ValuePtr Parser::parse_enumerator() {
 }
 
 // keyword_set_combination : word { '&' word } — words of one set; a list when several
-ValuePtr Parser::parse_keyword_set_combination(const WordSet& words) {
+ValuePtr Parser::parse_keyword_set_combination(WordSet words) {
     ValuePtr first = parse_one_of(words);
     if (!at("&")) return first;
     ListBuilder list(*this);
@@ -173,21 +159,10 @@ ValuePtr Parser::parse_keyword_set_combination(const WordSet& words) {
 
 // ---- Menus ------------------------------------------------------------------------------
 
-// braced_menu_items : '{' { conditional_menu_items } '}'
-ValuePtr Parser::parse_braced_menu_items() {
-    expect("{");
-    ValuePtr items = parse_menu_item_sequence();
-    expect("}");
-    return items;
-}
-
-// menu_item_list : menu_item { ',' menu_item } [ ',' ]
-ValuePtr Parser::parse_menu_item_list() { return parse_list(&Parser::parse_menu_item, messages::trailing_comma_in_items); }
-
-// menu_item : layout_word | string_value | reference [ '(' qualifier { ',' qualifier } ')' ]
+// menu_item : layout_word | string_value | reference [ menu_item_qualifiers ]
 ValuePtr Parser::parse_menu_item() {
     auto* item = make<ComposedValue>("item", 2);
-    if (!at_kind(STRING) && ks::menu_layout_words.contains(peek().text())) {
+    if (at_one_of(ks::menu_layout_words)) {
         advance();
         item->set("item_reference", make_simple(ValueKind::KEYWORD, consumed().text()));
         return item;
@@ -201,19 +176,24 @@ ValuePtr Parser::parse_menu_item() {
         fatal_at_consumed(messages::expected_reference_or_keyword);
     }
     item->set("item_reference", parse_reference());
-    if (accept("(")) {
-        ListBuilder qualifiers(*this);
-        do {
-            advance();
-            if (ks::menu_item_qualifiers.contains(consumed().text()) && !consumed().is(STRING))
-                qualifiers.add(make_simple(ValueKind::KEYWORD, consumed().text()));
-            else
-                error(messages::expected_menu_item_qualifier);
-        } while (accept(",") || accept("&"));
-        expect(")");
-        item->set("qualifiers", qualifiers.finish());
-    }
+    if (at("(")) item->set("qualifiers", parse_menu_item_qualifiers());
     return item;
+}
+
+// menu_item_qualifiers : '(' qualifier { ( ',' | '&' ) qualifier } ')' — a word outside the
+// set is reported and dropped
+ValuePtr Parser::parse_menu_item_qualifiers() {
+    expect("(");
+    ListBuilder qualifiers(*this);
+    do {
+        advance();
+        if (contains(ks::menu_item_qualifiers, consumed_word()))
+            qualifiers.add(make_simple(ValueKind::KEYWORD, consumed().text()));
+        else
+            error(messages::expected_menu_item_qualifier);
+    } while (accept(",") || accept("&"));
+    expect(")");
+    return qualifiers.finish();
 }
 
 // ---- Purposes and roles ------------------------------------------------------------------
@@ -223,35 +203,26 @@ ValuePtr Parser::parse_purpose() { return parse_one_of(ks::purposes); }
 // role : keyword | identifier
 ValuePtr Parser::parse_role() {
     advance();
-    if (!consumed().is(EDDL_KEYWORD) && !consumed().is(IDENTIFIER)) fatal_at_consumed(messages::expected_keyword_but_got);
+    if (!consumed().is(EDDL_KEYWORD) && !consumed().is(IDENTIFIER))
+        fatal_at_consumed(messages::expected_keyword_but_got);
     return make_simple(ValueKind::KEYWORD, consumed().text());
 }
 
-// purpose_attribute : conditional_purpose [';']
-ValuePtr Parser::parse_purpose_attribute() {
-    ValuePtr value = parse_conditional_purpose();
-    accept(";");
-    return value;
-}
-
-ValuePtr Parser::parse_role_attribute() {
-    ValuePtr value = parse_conditional_role();
+// purpose_attribute : conditional_purposes [';']      role_attribute : conditional_roles [';']
+ValuePtr Parser::parse_word_list_attribute(List list) {
+    ValuePtr value = parse_conditional(list);
     accept(";");
     return value;
 }
 
 // ---- Response codes ----------------------------------------------------------------------
 
-// response_codes_attribute : reference [';'] | '{' { conditional_response_code } '}'
+// response_codes_attribute : reference [';'] | '{' response_code_sequence '}'
 ValuePtr Parser::parse_response_codes_attribute() {
-    if (!accept("{")) {
-        ValuePtr reference = parse_reference();
-        accept(";");
-        return reference;
-    }
-    ValuePtr codes = parse_response_code_sequence();
-    expect("}");
-    return codes;
+    if (at("{")) return parse_braced_sequence(List::RESPONSE_CODES);
+    ValuePtr reference = parse_reference();
+    accept(";");
+    return reference;
 }
 
 // response_code : integer_expression ',' response_code_type ',' string_value [ ',' string_value ] ';'
@@ -269,14 +240,6 @@ ValuePtr Parser::parse_response_code() {
 
 // ---- Elements and members -----------------------------------------------------------------
 
-// braced_elements : '{' { conditional_element } '}'
-ValuePtr Parser::parse_braced_elements() {
-    expect("{");
-    ValuePtr elements = parse_element_sequence();
-    expect("}");
-    return elements;
-}
-
 // element : integer_expression ',' reference ',' string_value [ ',' string_value ] ';'
 ValuePtr Parser::parse_element() {
     auto* element = make<ComposedValue>("element", 3);
@@ -289,14 +252,6 @@ ValuePtr Parser::parse_element() {
     }
     expect(";");
     return element;
-}
-
-// braced_members : '{' { conditional_member } '}'
-ValuePtr Parser::parse_braced_members() {
-    expect("{");
-    ValuePtr members = parse_member_sequence();
-    expect("}");
-    return members;
 }
 
 // member : identifier ',' reference [ ',' string_value [ ',' string_value ] ] ';'
@@ -339,9 +294,9 @@ ValuePtr Parser::parse_transaction() {
 // the closing brace is dropped
 ValuePtr Parser::parse_data_items() {
     ListBuilder list(*this);
-    while (starts_any_entry()) {
+    while (starts_entry(List::DATA_ITEMS)) {
         const bool conditional = at("IF") || at("SELECT");
-        list.add(parse_conditional_data_item());
+        list.add(parse_conditional(List::DATA_ITEMS));
         if (!accept(",") && !conditional && !at("IF") && !at("SELECT")) break;
     }
     return list.finish();
@@ -375,17 +330,6 @@ ValuePtr Parser::parse_data_item() {
 
 // ---- Actions ----------------------------------------------------------------------------------
 
-// braced_actions : '{' { conditional_action } '}'
-ValuePtr Parser::parse_braced_actions() {
-    expect("{");
-    ValuePtr actions = parse_action_sequence();
-    expect("}");
-    return actions;
-}
-
-// action_list : action { ',' action } — see the list template
-ValuePtr Parser::parse_action_list() { return parse_list_actions(); }
-
 // action : reference | [ DEFINITION ] method_definition
 ValuePtr Parser::parse_action() {
     accept("DEFINITION");
@@ -395,43 +339,50 @@ ValuePtr Parser::parse_action() {
 
 // ---- Waveforms and charts ------------------------------------------------------------------
 
-// waveform_type : ( YT | XY | HORIZONTAL | VERTICAL ) '{' statements '}' [';']
+// waveform_type : ( YT | XY ) '{' { waveform_statement } '}' [';']
+//               | HORIZONTAL '{' Y_VALUES braced_points '}' [';'] | VERTICAL '{' X_VALUES braced_points '}' [';']
 ValuePtr Parser::parse_waveform_type() {
     advance();
-    const std::string word(consumed().text());
-    if (consumed().is(STRING) || !ks::waveform_types.contains(word)) fatal_at_consumed(messages::expected_waveform_type);
-    auto* type = make<TypeValue>(word);
+    if (!contains(ks::waveform_types, consumed_word())) fatal_at_consumed(messages::expected_waveform_type);
+    auto* type = make<TypeValue>(consumed().text());
+    const std::string_view word = type->name();
     expect("{");
-    auto point_list = [this, type](std::string_view name) {
-        expect("{");
-        type->set_attribute(name, parse_point_list());
-        expect("}");
-    };
     if (word == "HORIZONTAL" || word == "VERTICAL") {
         const std::string_view axis = word == "HORIZONTAL" ? "Y_VALUES" : "X_VALUES";
         expect(axis);
-        point_list(axis);
+        type->set_attribute(axis, parse_braced_points());
     } else {
-        while (!at("}")) {
-            advance();
-            const std::string statement(consumed().text());
-            const bool yt = word == "YT";
-            if ((yt && (statement == "X_INITIAL" || statement == "X_INCREMENT")) || statement == "NUMBER_OF_POINTS")
-                type->set_attribute(statement, parse_conditional_value());
-            else if (statement == "Y_VALUES" || (!yt && statement == "X_VALUES"))
-                point_list(statement);
-            else  // the XY message names %1, which no argument fills: it prints nothing there
-                fatal(format_message(yt ? messages::expected_yt_statement : messages::expected_xy_statement, {statement}));
-        }
+        while (!at("}")) parse_waveform_statement(*type, word == "YT");
     }
     expect("}");
     accept(";");
     return type;
 }
 
-ValuePtr Parser::parse_point_list() { return parse_list_point_values(); }
+// waveform_statement : X_INITIAL conditional_value | X_INCREMENT conditional_value   (YT only)
+//                    | NUMBER_OF_POINTS conditional_value | Y_VALUES braced_points
+//                    | X_VALUES braced_points                                      (XY only)
+void Parser::parse_waveform_statement(TypeValue& type, bool yt) {
+    advance();
+    const std::string statement(consumed_word());
+    if ((yt && (statement == "X_INITIAL" || statement == "X_INCREMENT")) || statement == "NUMBER_OF_POINTS")
+        type.set_attribute(statement, parse_conditional(List::VALUES));
+    else if (statement == "Y_VALUES" || (!yt && statement == "X_VALUES"))
+        type.set_attribute(statement, parse_braced_points());
+    else  // the XY message names %1, which no argument fills: it prints nothing there
+        fatal(format_message(yt ? messages::expected_yt_statement : messages::expected_xy_statement,
+                             {consumed().text()}));
+}
 
-// point_value : reference | integer | float — a sign is none of them
+// braced_points : '{' point { ',' point } '}'
+ValuePtr Parser::parse_braced_points() {
+    expect("{");
+    ValuePtr points = parse_list(List::POINTS);
+    expect("}");
+    return points;
+}
+
+// point : reference | integer | float — a sign is none of them
 ValuePtr Parser::parse_point_value() {
     if (at_kind(IDENTIFIER)) return parse_reference();
     advance();
@@ -440,33 +391,21 @@ ValuePtr Parser::parse_point_value() {
     fatal_at_consumed(messages::expected_point);
 }
 
-// key_points : '{' { ( X_VALUES | Y_VALUES ) '{' point_list '}' } '}'
+// key_points : '{' { ( X_VALUES | Y_VALUES ) braced_points } '}'
 ValuePtr Parser::parse_key_points() {
     auto* points = make<ComposedValue>();
     expect("{");
     while (!at("}")) {
         advance();
-        const std::string axis(consumed().text());
+        const std::string axis(consumed_word());
         if (axis != "X_VALUES" && axis != "Y_VALUES") fatal_at_consumed(messages::expected_key_points);
-        expect("{");
-        points->set(axis, parse_point_list());
-        expect("}");
+        points->set(axis, parse_braced_points());
     }
     expect("}");
     return points;
 }
 
 // ---- Grids ----------------------------------------------------------------------------------------
-
-// braced_vectors : '{' { conditional_vectors } '}'
-ValuePtr Parser::parse_braced_vectors() {
-    expect("{");
-    ValuePtr vectors = parse_vector_sequence();
-    expect("}");
-    return vectors;
-}
-
-ValuePtr Parser::parse_vector_list() { return parse_list_vectors(); }
 
 // vector : '{' string_value { ',' expression } '}'
 ValuePtr Parser::parse_vector() {

@@ -42,27 +42,24 @@ constexpr auto operator_starts = [] {
     return starts;
 }();
 
-bool may_be_operator(const Token& token) {
-    const std::string_view text = token.text();
-    return !text.empty() && operator_starts[static_cast<unsigned char>(text[0])] && !token.is(STRING) &&
-           !token.is(IDENTIFIER);
+bool may_be_operator(std::string_view word) {
+    return !word.empty() && operator_starts[static_cast<unsigned char>(word[0])];
 }
 
-std::optional<int> binary_level(const Token& token) {
+// `word` is the look-ahead's word: a string literal is none.
+std::optional<int> binary_level(std::string_view word) {
     // Every spelling is one or two characters.
-    if (!may_be_operator(token) || token.text().size() > 2) return std::nullopt;
-    const std::string_view text = token.text();
+    if (!may_be_operator(word) || word.size() > 2) return std::nullopt;
     for (const BinaryOperator& op : binary_operators)
-        if (op.spelling[0] == text[0] && op.spelling == text) return op.level;
+        if (op.spelling[0] == word[0] && op.spelling == word) return op.level;
     return std::nullopt;
 }
 
 template <std::size_t N>
-bool is_one_of(const Token& token, const std::string_view (&spellings)[N]) {
-    if (!may_be_operator(token)) return false;
-    const std::string_view text = token.text();
+bool is_one_of(std::string_view word, const std::string_view (&spellings)[N]) {
+    if (!may_be_operator(word)) return false;
     for (std::string_view spelling : spellings)
-        if (spelling[0] == text[0] && spelling == text) return true;
+        if (spelling[0] == word[0] && spelling == word) return true;
     return false;
 }
 
@@ -93,7 +90,7 @@ ValuePtr Parser::parse_expression_list() {
 // assignment : conditional [ assignment_operator assignment ]
 ValuePtr Parser::parse_assignment_expression() {
     ValuePtr left = parse_conditional_expression();
-    if (!is_one_of(peek(), assignment_operators)) return left;
+    if (!is_one_of(peek_word(), assignment_operators)) return left;
     DepthGuard guard(*this);
     ValuePtr op = parse_operator();
     ValuePtr right = parse_assignment_expression();
@@ -117,7 +114,7 @@ ValuePtr Parser::parse_conditional_expression() {
 // binary : prefix [ operator binary ]   for the operators tighter than `limit`
 ValuePtr Parser::parse_binary_expression(int limit) {
     ValuePtr left = parse_prefix_expression();
-    for (auto level = binary_level(peek()); level && *level > limit; level = binary_level(peek())) {
+    for (auto level = binary_level(peek_word()); level && *level > limit; level = binary_level(peek_word())) {
         DepthGuard guard(*this);
         ValuePtr op = parse_operator();
         ValuePtr right = parse_binary_expression(*level - 1);
@@ -128,7 +125,7 @@ ValuePtr Parser::parse_binary_expression(int limit) {
 
 // prefix : prefix_operator prefix | postfix
 ValuePtr Parser::parse_prefix_expression() {
-    if (!is_one_of(peek(), prefix_operators)) return parse_postfix_expression();
+    if (!is_one_of(peek_word(), prefix_operators)) return parse_postfix_expression();
     DepthGuard guard(*this);
     ValuePtr op = parse_operator();
     ValuePtr operand = parse_prefix_expression();
@@ -138,7 +135,7 @@ ValuePtr Parser::parse_prefix_expression() {
 // postfix : primary [ '++' | '--' ]
 ValuePtr Parser::parse_postfix_expression() {
     ValuePtr operand = parse_primary_expression();
-    if (!is_one_of(peek(), postfix_operators)) return operand;
+    if (!is_one_of(peek_word(), postfix_operators)) return operand;
     ValuePtr op = parse_operator();
     return make<Expression>(operand, op);
 }

@@ -13,18 +13,18 @@ void Parser::parse_item_body(Item& item) {
     switch (item.type()) {
     case ItemType::REFRESH:
     case ItemType::UNIT: {
-        ValuePtr cause = parse_conditional_value();
+        ValuePtr cause = parse_conditional(List::VALUES);
         expect(":");
-        ValuePtr effect = parse_conditional_value();
+        ValuePtr effect = parse_conditional(List::VALUES);
         item.set_attribute(AttributeId::cause_parameter, cause);
         item.set_attribute(AttributeId::effected_parameter, effect);
         break;
     }
     case ItemType::RESPONSE_CODES:
-        while (starts_response_code())
-            store_attribute(item, AttributeId::response_code, parse_conditional_response_code());
+        while (starts_entry(List::RESPONSE_CODES))
+            store_attribute(item, AttributeId::response_code, parse_conditional(List::RESPONSE_CODES));
         break;
-    case ItemType::WRITE_AS_ONE: item.set_attribute(AttributeId::references, parse_conditional_value()); break;
+    case ItemType::WRITE_AS_ONE: item.set_attribute(AttributeId::references, parse_conditional(List::VALUES)); break;
     default:
         while (!at("}")) parse_attribute_statement(item);
         break;
@@ -101,7 +101,7 @@ void Parser::unshare_merged_lists(Item& item) {
 ValuePtr Parser::parse_attribute_value(const Item& item, AttributeId id) {
     switch (id) {
     case AttributeId::DEFINITION: return parse_method_definition();
-    case AttributeId::ELEMENTS: return parse_braced_elements();
+    case AttributeId::ELEMENTS: return parse_braced_sequence(List::ELEMENTS);
     case AttributeId::INIT_ACTIONS:
     case AttributeId::EXIT_ACTIONS:
     case AttributeId::PRE_EDIT_ACTIONS:
@@ -110,12 +110,12 @@ ValuePtr Parser::parse_attribute_value(const Item& item, AttributeId id) {
     case AttributeId::POST_READ_ACTIONS:
     case AttributeId::PRE_WRITE_ACTIONS:
     case AttributeId::POST_WRITE_ACTIONS:
-    case AttributeId::REFRESH_ACTIONS: return parse_braced_actions();
-    case AttributeId::ITEMS: return parse_braced_menu_items();
+    case AttributeId::REFRESH_ACTIONS: return parse_braced_sequence(List::ACTIONS);
+    case AttributeId::ITEMS: return parse_braced_sequence(List::MENU_ITEMS);
     case AttributeId::KEY_POINTS: return parse_key_points();
-    case AttributeId::MEMBERS: return parse_braced_members();
-    case AttributeId::PURPOSE: return parse_purpose_attribute();
-    case AttributeId::ROLE: return parse_role_attribute();
+    case AttributeId::MEMBERS: return parse_braced_sequence(List::MEMBERS);
+    case AttributeId::PURPOSE: return parse_word_list_attribute(List::PURPOSES);
+    case AttributeId::ROLE: return parse_word_list_attribute(List::ROLES);
     case AttributeId::RESPONSE_CODES: return parse_response_codes_attribute();
     case AttributeId::TRANSACTION: return parse_transaction();
     case AttributeId::TYPE:
@@ -125,15 +125,15 @@ ValuePtr Parser::parse_attribute_value(const Item& item, AttributeId id) {
         case ItemType::WAVEFORM: return parse_waveform_type();
         default: return parse_generic_attribute_value();
         }
-    case AttributeId::VECTORS: return parse_braced_vectors();
+    case AttributeId::VECTORS: return parse_braced_sequence(List::VECTORS);
     default: return parse_generic_attribute_value();
     }
 }
 
 // generic_attribute_value : '{' conditional_value '}' | conditional_value
 ValuePtr Parser::parse_generic_attribute_value() {
-    if (!accept("{")) return parse_conditional_value();
-    ValuePtr value = parse_conditional_value();
+    if (!accept("{")) return parse_conditional(List::VALUES);
+    ValuePtr value = parse_conditional(List::VALUES);
     expect("}");
     return value;
 }

@@ -1,5 +1,8 @@
 #include "parser/parser.hpp"
 
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <typeinfo>
 
 #include "diagnostics/exceptions.hpp"
@@ -34,7 +37,7 @@ ValuePtr Parser::expect_keyword() {
     return make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got));
 }
 
-ValuePtr Parser::parse_one_of(const WordSet& words) { return make_simple(ValueKind::KEYWORD, expect_one_of(words)); }
+ValuePtr Parser::parse_one_of(WordSet words) { return make_simple(ValueKind::KEYWORD, expect_one_of(words)); }
 
 // The handlers other than ParseError report faults of the converter rather than of the
 // description: on standard error, not counted.
@@ -71,36 +74,49 @@ void Parser::parse_identification(Identification& identification) {
     }
 }
 
+namespace {
+
+// The identification entries: the keyword, what it takes and the field it sets.
+struct IdentificationEntry {
+    enum Takes : std::uint8_t { INTEGER_OR_NAME, INTEGER, STRING };
+    std::string_view keyword;
+    Takes takes;
+    ValuePtr Identification::*field;
+    std::string_view refusal = {};  // what INTEGER_OR_NAME says of anything else
+};
+constexpr IdentificationEntry identification_entries[] = {
+    {"DD_REVISION", IdentificationEntry::INTEGER, &Identification::dd_revision},
+    {"DEVICE_REVISION", IdentificationEntry::INTEGER, &Identification::device_revision},
+    {"DEVICE_TYPE", IdentificationEntry::INTEGER_OR_NAME, &Identification::device_type, messages::device_type_value},
+    {"EDD_PROFILE", IdentificationEntry::INTEGER, &Identification::edd_profile},
+    {"EDD_REVISION", IdentificationEntry::INTEGER, &Identification::dd_revision},
+    {"EDD_VERSION", IdentificationEntry::INTEGER, &Identification::edd_version},
+    {"MANUFACTURER", IdentificationEntry::INTEGER_OR_NAME, &Identification::manufacturer, messages::manufacturer_value},
+    {"MANUFACTURER_EXT", IdentificationEntry::STRING, &Identification::manufacturer_ext},
+};
+
+}  // namespace
+
 // identification_entry : ( MANUFACTURER | DEVICE_TYPE ) ( integer | identifier )
 //                      | ( DEVICE_REVISION | DD_REVISION | EDD_REVISION | EDD_PROFILE | EDD_VERSION ) integer
 //                      | MANUFACTURER_EXT string
 void Parser::parse_identification_entry(Identification& identification) {
     advance();
-    const std::string keyword(consumed().text());
-    if (keyword == "MANUFACTURER" || keyword == "DEVICE_TYPE") {
+    const auto entry = std::ranges::find(identification_entries, consumed_word(), &IdentificationEntry::keyword);
+    if (entry == std::end(identification_entries))
+        fatal(format_message(messages::expected_identification, {consumed().text()}));
+    ValuePtr& field = identification.*(entry->field);
+    switch (entry->takes) {
+    case IdentificationEntry::INTEGER_OR_NAME:
         advance();
-        if (!consumed().is(INTEGER) && !consumed().is(IDENTIFIER))
-            fatal_at_consumed(keyword == "MANUFACTURER" ? messages::manufacturer_value : messages::device_type_value);
-        ValuePtr value =
-            make_simple(consumed().is(INTEGER) ? ValueKind::INTEGER : ValueKind::IDENTIFIER, consumed().text());
-        (keyword == "MANUFACTURER" ? identification.manufacturer : identification.device_type) = value;
+        if (!consumed().is(INTEGER) && !consumed().is(IDENTIFIER)) fatal_at_consumed(entry->refusal);
+        field = make_simple(consumed().is(INTEGER) ? ValueKind::INTEGER : ValueKind::IDENTIFIER, consumed().text());
+        return;
+    case IdentificationEntry::INTEGER: field = make_simple(ValueKind::INTEGER, to_text(read_integer())); return;
+    case IdentificationEntry::STRING:
+        field = make_simple(ValueKind::STRING, expect_kind(STRING, messages::expected_string_literal_and_got));
         return;
     }
-    ValuePtr* field = keyword == "DEVICE_REVISION"                            ? &identification.device_revision
-                      : keyword == "DD_REVISION" || keyword == "EDD_REVISION" ? &identification.dd_revision
-                      : keyword == "EDD_PROFILE"                              ? &identification.edd_profile
-                      : keyword == "EDD_VERSION"                              ? &identification.edd_version
-                                                                              : nullptr;
-    if (field != nullptr) {
-        *field = make_simple(ValueKind::INTEGER, to_text(read_integer()));
-        return;
-    }
-    if (keyword == "MANUFACTURER_EXT") {
-        identification.manufacturer_ext =
-            make_simple(ValueKind::STRING, expect_kind(STRING, messages::expected_string_literal_and_got));
-        return;
-    }
-    fatal(format_message(messages::expected_identification, {keyword}));
 }
 
 // item_definition : item_type [ OF item_type ] name [ LIKE [ item_type ] base ] [ parameters ] body
@@ -150,14 +166,14 @@ void Parser::parse_item_definition() {
 // method_parameters : '(' [ parameter { ',' parameter } ] ')'
 void Parser::parse_method_header(Item& item) {
     expect("(");
-    if (!at(")")) item.set_attribute(AttributeId::method_parameters, parse_list_method_parameters());
+    if (!at(")")) item.set_attribute(AttributeId::method_parameters, parse_list(List::METHOD_PARAMETERS));
     expect(")");
 }
 
 void Parser::register_item(Item item) {
     if (const Item* first = description_.items.find(item.name())) {
-        error(format_message(messages::duplicate_definition,
-                             {item.name(), first->name(), position_text(first->origin().file_name(), first->origin().line)}));
+        const std::string origin = position_text(first->origin().file_name(), first->origin().line);
+        error(format_message(messages::duplicate_definition, {item.name(), first->name(), origin}));
         return;
     }
     description_.items.insert(std::move(item));

@@ -5,10 +5,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
-#include <utility>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "files/input_files.hpp"
@@ -33,8 +34,6 @@ public:
     void set_observer(ParseObserver* observer) { observer_ = observer; }
 
 private:
-    using Grammar = ValuePtr (Parser::*)();
-    using StartTest = bool (Parser::*)() const;
     class ImportSet;
     class ListBuilder;
 
@@ -48,7 +47,7 @@ private:
     ValuePtr expect_integer();
     ValuePtr expect_float();
     ValuePtr expect_keyword();
-    ValuePtr parse_one_of(const WordSet& words);
+    ValuePtr parse_one_of(WordSet words);
     Position position_of(const Token& token) const { return {token.file(), token.line()}; }
     ValuePtr observed(ValuePtr value, Position where) {
         if (observer_ != nullptr) observer_->value_read(*value, where);
@@ -89,6 +88,7 @@ private:
     void parse_attribute_deletion(Item& item);
     ValuePtr parse_attribute_value(const Item& item, AttributeId id);
     void store_attribute(Item& item, AttributeId id, ValuePtr value);
+    ValuePtr parse_generic_attribute_value();
 
     // ---- Expressions (parse_expression.cpp) ------------------------------------------
     ValuePtr parse_expression_list();
@@ -104,81 +104,58 @@ private:
     ValuePtr parse_keyword_combination();
     ValuePtr parse_operator();
 
-    // ---- Conditional and list templates (parse_conditionals.cpp) ---------------------------
-    ValuePtr parse_conditional(Grammar plain, Grammar branch);
-    // `trailing` words the warning for a comma that ends the list; by default "Stray ,".
-    ValuePtr parse_list(Grammar entry, std::string_view trailing = {});
-    ValuePtr parse_sequence(Grammar conditional_entry, StartTest starts_entry);
+    // ---- Lists and conditionals (parse_conditionals.cpp) -----------------------------------
+    // The lists of the attribute grammars. Each has a row in list_grammars: how one entry is
+    // read, whether its plain form is one entry or a comma-separated list of them, what a
+    // branch of IF or SELECT holds and what starts an entry there, and the warning for a
+    // comma before the end.
+    enum class List : std::uint8_t {
+        VALUES, DATA_ITEMS, ACTIONS, ELEMENTS, MEMBERS, RESPONSE_CODES, MENU_ITEMS, PURPOSES, ROLES, ENUMERATORS,
+        VECTORS, POINTS, METHOD_PARAMETERS,
+    };
+    struct ListGrammar;
+    static const ListGrammar list_grammars[];
+    static const ListGrammar& grammar(List list);
+
+    ValuePtr parse_conditional(List list);
+    ValuePtr parse_if(List list);
+    ValuePtr parse_select(List list);
+    ValuePtr parse_branch(List list);
+    ValuePtr parse_sequence(List list);
+    ValuePtr parse_braced_sequence(List list);
+    ValuePtr parse_list(List list);
+    bool starts_entry(List list) const;
     void skip_trailing_semicolon();
-    bool starts_any_entry() const;
-    bool starts_menu_item() const;
-    bool starts_response_code() const;
-
-    ValuePtr parse_conditional_value();
-    ValuePtr parse_plain_value();
-    ValuePtr parse_conditional_data_item();
-    ValuePtr parse_data_item_sequence();
-    ValuePtr parse_conditional_action();
-    ValuePtr parse_action_sequence();
-    ValuePtr parse_conditional_element();
-    ValuePtr parse_element_sequence();
-    ValuePtr parse_conditional_member();
-    ValuePtr parse_member_sequence();
-    ValuePtr parse_conditional_response_code();
-    ValuePtr parse_response_code_sequence();
-    ValuePtr parse_conditional_menu_items();
-    ValuePtr parse_menu_item_sequence();
-    ValuePtr parse_conditional_purpose();
-    ValuePtr parse_conditional_role();
-    ValuePtr parse_conditional_enumerators();
-    ValuePtr parse_enumerator_sequence();
-    ValuePtr parse_conditional_vectors();
-    ValuePtr parse_vector_sequence();
-
-    ValuePtr parse_list_point_values();
-    ValuePtr parse_list_method_parameters();
-    ValuePtr parse_list_actions();
-    ValuePtr parse_list_purposes();
-    ValuePtr parse_list_roles();
-    ValuePtr parse_list_vectors();
 
     // ---- Attribute grammars (parse_attributes.cpp) ------------------------------------
+    ValuePtr parse_plain_value();
     ValuePtr parse_method_definition();
-    ValuePtr parse_braced_elements();
-    ValuePtr parse_braced_actions();
-    ValuePtr parse_braced_menu_items();
-    ValuePtr parse_key_points();
-    ValuePtr parse_braced_members();
-    ValuePtr parse_purpose_attribute();
-    ValuePtr parse_role_attribute();
-    ValuePtr parse_response_codes_attribute();
-    ValuePtr parse_transaction();
     ValuePtr parse_method_type();
+    ValuePtr parse_method_parameter();
     ValuePtr parse_type_specification();
-    ValuePtr parse_waveform_type();
-    ValuePtr parse_braced_vectors();
-    ValuePtr parse_generic_attribute_value();
-
+    void parse_type_body(TypeValue& type, bool enumerated);
+    void add_enumerators(TypeValue& type, ValuePtr enumerators);
+    ValuePtr parse_enumerator();
+    ValuePtr parse_keyword_set_combination(WordSet words);
+    ValuePtr parse_menu_item();
+    ValuePtr parse_menu_item_qualifiers();
+    ValuePtr parse_purpose();
+    ValuePtr parse_role();
+    ValuePtr parse_word_list_attribute(List list);
+    ValuePtr parse_response_codes_attribute();
+    ValuePtr parse_response_code();
+    ValuePtr parse_element();
+    ValuePtr parse_member();
+    ValuePtr parse_transaction();
     ValuePtr parse_data_items();
     ValuePtr parse_data_item();
     ValuePtr parse_action();
-    ValuePtr parse_action_list();
-    ValuePtr parse_element();
-    ValuePtr parse_member();
-    ValuePtr parse_response_code();
-    ValuePtr parse_menu_item();
-    ValuePtr parse_menu_item_list();
-    ValuePtr parse_purpose();
-    ValuePtr parse_role();
-    ValuePtr parse_enumerator();
-    ValuePtr parse_enumerator_list();
-    ValuePtr parse_vector();
-    ValuePtr parse_vector_list();
+    ValuePtr parse_waveform_type();
+    void parse_waveform_statement(TypeValue& type, bool yt);
+    ValuePtr parse_braced_points();
     ValuePtr parse_point_value();
-    ValuePtr parse_method_parameter();
-    ValuePtr parse_point_list();
-    ValuePtr parse_keyword_set_combination(const WordSet& words);
-    void parse_type_body(TypeValue& type, bool enumerated);
+    ValuePtr parse_key_points();
+    ValuePtr parse_vector();
 
     std::string file_name_;
     Description description_;

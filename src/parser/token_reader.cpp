@@ -54,7 +54,7 @@ TokenReader::DepthGuard::DepthGuard(TokenReader& reader) : reader_(reader) {
 
 void TokenReader::expect(std::string_view text) {
     advance();
-    if (consumed().text() != text) fatal_at_consumed(messages::expected_text, text);
+    if (consumed_word() != text) fatal_at_consumed(messages::expected_text, text);
 }
 
 std::string_view TokenReader::expect_kind(std::uint32_t kind, std::string_view message) {
@@ -63,11 +63,11 @@ std::string_view TokenReader::expect_kind(std::uint32_t kind, std::string_view m
     return consumed().text();
 }
 
-std::string_view TokenReader::expect_one_of(const WordSet& words) {
+std::string_view TokenReader::expect_one_of(WordSet words) {
     advance();
-    if (!words.contains(consumed().text())) {
+    if (!contains(words, consumed_word())) {
         std::string list;
-        for (const std::string& word : words) {
+        for (std::string_view word : words) {
             if (!list.empty()) list += ", ";
             list += word;
         }

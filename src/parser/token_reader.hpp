@@ -1,7 +1,8 @@
 // The reading base of the EDDL parser and the dictionary reader: the token under
 // examination and the one consumed last, the reporters, and the few ways of consuming a
 // token. Reports name the position of the token consumed last; the texts handed out stay
-// valid as long as the token stream.
+// valid as long as the token stream. A string literal never counts as the word or
+// punctuator it happens to spell: every test of a token's word goes through word_of.
 //
 //   accept     consumes the token only when it matches
 //   expect...  consumes one token; a mismatch is fatal (reported, then ParseError thrown)
@@ -9,12 +10,11 @@
 #pragma once
 
 #include <cstdint>
-#include <set>
-#include <string>
 #include <string_view>
 
 #include "diagnostics/diagnostics.hpp"
 #include "frontend/token_stream.hpp"
+#include "parser/word_set.hpp"
 
 namespace edd {
 
@@ -29,12 +29,14 @@ public:
     int get_error_count() const { return diagnostics_.errors(); }
 
 protected:
-    using WordSet = std::set<std::string, std::less<>>;
-
     // The next token, not yet consumed.
     const Token& peek() const { return slots_[peek_slot_]; }
     // The token consumed last.
     const Token& consumed() const { return slots_[peek_slot_ ^ 1]; }
+    // The word a token stands for: its text, or nothing for a string literal.
+    static std::string_view word_of(const Token& token) { return token.is(STRING) ? std::string_view() : token.text(); }
+    std::string_view peek_word() const { return word_of(peek()); }
+    std::string_view consumed_word() const { return word_of(consumed()); }
     Diagnostics& diagnostics() const { return diagnostics_; }
 
     // Consumes one significant token; blanks, line ends, comments and ERROR tokens are
@@ -45,8 +47,8 @@ protected:
         if (slots_[peek_slot_].is(ERROR)) skip_errors();
     }
 
-    // A string literal never counts as the word or punctuator it happens to spell.
-    bool at(std::string_view text) const { return peek().text() == text && !peek().is(STRING); }
+    bool at(std::string_view text) const { return peek_word() == text; }
+    bool at_one_of(WordSet words) const { return contains(words, peek_word()); }
     bool at_kind(std::uint32_t kind) const { return peek().is(kind); }
     bool at_end() const { return peek().is(END_OF_FILE) && peek().text().empty(); }
     bool accept(std::string_view text) {
@@ -72,7 +74,7 @@ protected:
     // A token of `kind`; the message as for fatal_at_consumed. Returns its text.
     std::string_view expect_kind(std::uint32_t kind, std::string_view message);
     // A token whose text is one of `words`; the message lists them in byte order.
-    std::string_view expect_one_of(const WordSet& words);
+    std::string_view expect_one_of(WordSet words);
 
     // An integer's value, or "Expected integer" and 0.
     std::uint64_t read_integer();

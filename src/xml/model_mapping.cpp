@@ -15,7 +15,6 @@
 #include "model/simple_value.hpp"
 #include "model/type_value.hpp"
 #include "model/value_list.hpp"
-#include "xml/xml_names.hpp"
 #include "xml/xml_output.hpp"
 #include "xml/xml_writer.hpp"
 
@@ -148,8 +147,8 @@ void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
     }
     case ValueKind::PARAMETER: {
         const auto& parameter = static_cast<const ParameterValue&>(value);
-        const bool by_reference = parameter.mode() == static_cast<std::uint32_t>(ParameterMode::CALL_BY_REFERENCE);
-        out.open_line(parameter_element_name(parameter.type()))
+        const bool by_reference = parameter.mode() == ParameterMode::CALL_BY_REFERENCE;
+        out.open_line(parameter.type().element)
             .attribute("call_by_reference", by_reference ? "true" : "false")
             .text(parameter.name())
             .close();
