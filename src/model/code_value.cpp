@@ -30,20 +30,6 @@ void scan_keys(std::span<const CodeToken> tokens, Found found) {
 
 }  // namespace
 
-std::string render_tokens(std::span<const CodeToken> tokens, bool quote_strings, bool separate) {
-    std::string text;
-    for (const CodeToken& token : tokens) {
-        if (quote_strings && token.kind == STRING) {
-            text += '"';
-            text += token.text;
-            text += '"';
-        } else {
-            text += token.text;
-        }
-        if (separate) text += ' ';
-    }
-    return text;
-}
 
 CodeValue::CodeValue(Arena& arena, std::span<const Token> tokens) : Value(ValueKind::CODE), tokens_(arena.resource()) {
     tokens_.reserve(tokens.size());
@@ -54,14 +40,26 @@ CodeValue::CodeValue(Arena& arena, std::span<const Token> tokens) : Value(ValueK
 }
 
 ValuePtr CodeValue::clone(Arena& arena) const {
-    auto* copy = arena.make<CodeValue>(text_);
+    auto* copy = arena.make<CodeValue>();
     copy->tokens_.assign(tokens_.begin(), tokens_.end());  // the texts stay in the arena they are in
     copy->set_has_keys(has_keys());
     return copy;
 }
 
+// The tokens' texts in order, strings quoted again, each token followed by a blank.
 std::string CodeValue::to_string() const {
-    return has_tokens() ? render_tokens(tokens_, true, true) : std::string(text_);
+    std::string text;
+    for (const CodeToken& token : tokens_) {
+        if (token.kind == STRING) {
+            text += '"';
+            text += token.text;
+            text += '"';
+        } else {
+            text += token.text;
+        }
+        text += ' ';
+    }
+    return text;
 }
 
 void CodeValue::collect_dictionary_keys(KeySet& keys) const {

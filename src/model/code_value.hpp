@@ -1,4 +1,4 @@
-// Program text (a METHOD body, say) kept as the tokens the lexer delivered, or as a text.
+// Program text (a METHOD body, say) kept as the tokens the lexer delivered.
 #pragma once
 
 #include <cstdint>
@@ -19,13 +19,9 @@ struct CodeToken {
     std::string_view text;
 };
 
-// The tokens' texts in order; strings re-quoted when asked, each token followed by a blank
-// when asked.
-std::string render_tokens(std::span<const CodeToken> tokens, bool quote_strings, bool separate);
-
 class CodeValue final : public Value {
 public:
-    CodeValue(Arena& arena, std::string_view text) : Value(ValueKind::CODE), tokens_(arena.resource()), text_(arena.copy(text)) {}
+    explicit CodeValue(Arena& arena) : Value(ValueKind::CODE), tokens_(arena.resource()) {}
     CodeValue(Arena& arena, std::span<const Token> tokens);
 
     ValuePtr clone(Arena& arena) const override;
@@ -33,13 +29,8 @@ public:
     // Picks "[key]" references and get_dictionary_string(key) arguments out of the code.
     void collect_dictionary_keys(KeySet& keys) const override;
 
-    std::span<const CodeToken> tokens() const { return tokens_; }
-    std::string_view text() const { return text_; }
-    bool has_tokens() const { return !tokens_.empty(); }
-
 private:
     std::pmr::vector<CodeToken> tokens_;
-    std::string_view text_;
 };
 
 }  // namespace edd
