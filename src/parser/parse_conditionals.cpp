@@ -75,12 +75,8 @@ ValuePtr Parser::parse_conditional(List list) {
 // A ';' after a then-branch without ELSE is left for the caller.
 ValuePtr Parser::parse_if(List list) {
     DepthGuard guard(*this);
-    expect("IF");
-    expect("(");
     auto* conditional = make<IfConditional>();
-    conditional->set_condition(parse_expression_list());
-    expect(")");
-    expect("{");
+    conditional->set_condition(parse_conditional_head("IF"));
     conditional->set_then(parse_branch(list));
     skip_trailing_semicolon();
     expect("}");
@@ -102,12 +98,8 @@ ValuePtr Parser::parse_if(List list) {
 //                                                | DEFAULT ':' branch_X [';'] } '}' [';']
 ValuePtr Parser::parse_select(List list) {
     DepthGuard guard(*this);
-    expect("SELECT");
-    expect("(");
     auto* select = make<SelectConditional>();
-    select->set_selector(parse_expression_list());
-    expect(")");
-    expect("{");
+    select->set_selector(parse_conditional_head("SELECT"));
     while (!at("}")) {
         if (accept("CASE")) {
             ValuePtr label = parse_expression_list();
@@ -129,6 +121,16 @@ ValuePtr Parser::parse_select(List list) {
     expect("}");
     skip_trailing_semicolon();
     return select;
+}
+
+// conditional_head : ( IF | SELECT ) '(' expression_list ')' '{' — gives the expression list
+ValuePtr Parser::parse_conditional_head(std::string_view keyword) {
+    expect(keyword);
+    expect("(");
+    ValuePtr expressions = parse_expression_list();
+    expect(")");
+    expect("{");
+    return expressions;
 }
 
 // branch_X : conditional_X | X_sequence, as the list's row says

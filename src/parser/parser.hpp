@@ -120,6 +120,7 @@ private:
     ValuePtr parse_conditional(List list);
     ValuePtr parse_if(List list);
     ValuePtr parse_select(List list);
+    ValuePtr parse_conditional_head(std::string_view keyword);
     ValuePtr parse_branch(List list);
     ValuePtr parse_sequence(List list);
     ValuePtr parse_braced_sequence(List list);
