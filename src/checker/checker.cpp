@@ -105,7 +105,7 @@ std::optional<Dictionary> load_dictionaries(const CheckerOptions& options, Input
     for (const std::string& name : options.dictionary_files) {
         std::optional<std::string> text = files.read(name);
         if (!text) {
-            diagnostics.line(concat({messages::failed_to_open_dictionary, name, "."}));
+            diagnostics.line(format_message(messages::failed_to_open_dictionary, {name}));
             return std::nullopt;
         }
         Lexer lexer(Lexer::FromText{}, std::move(*text), name, diagnostics);
@@ -131,7 +131,7 @@ int check(const CheckerOptions& options, std::ostream& out, Diagnostics& diagnos
     InputFiles files;
     std::optional<std::string> source = files.read(options.input_file);
     if (!source) {
-        diagnostics.standard_error(concat({messages::could_not_open_input, options.input_file, "."}));
+        diagnostics.standard_error(format_message(messages::could_not_open_input, {options.input_file}));
         return checker_status::not_checked;
     }
     std::vector<std::string> include_paths = options.include_paths;

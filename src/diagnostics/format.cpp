@@ -30,4 +30,13 @@ std::string format_message(std::string_view text, std::initializer_list<std::str
     return out;
 }
 
+std::string concat(std::initializer_list<std::string_view> pieces) {
+    std::size_t size = 0;
+    for (std::string_view piece : pieces) size += piece.size();
+    std::string out;
+    out.reserve(size);
+    for (std::string_view piece : pieces) out += piece;
+    return out;
+}
+
 }  // namespace edd

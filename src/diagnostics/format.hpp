@@ -12,4 +12,7 @@ namespace edd {
 // is copied as it stands.
 std::string format_message(std::string_view text, std::initializer_list<std::string_view> args = {});
 
+// The pieces joined in order: for texts built from values, not for messages.
+std::string concat(std::initializer_list<std::string_view> pieces);
+
 }  // namespace edd
