@@ -7,8 +7,12 @@
 
 namespace edd {
 
+namespace {
+[[noreturn]] void refuse_attribute_id() { throw std::invalid_argument(std::string(messages::invalid_attribute)); }
+}  // namespace
+
 void Item::check(AttributeId id) {
-    if (!is_valid(id)) throw std::invalid_argument(std::string(messages::invalid_attribute));
+    if (!is_valid(id)) refuse_attribute_id();
 }
 
 std::pmr::vector<Item::Slot>::const_iterator Item::find(AttributeId id) const {

@@ -47,7 +47,8 @@ protected:
         if (slots_[peek_slot_].is(ERROR)) skip_errors();
     }
 
-    bool at(std::string_view text) const { return peek_word() == text; }
+    // The text first: most tests fail there, and cheaply.
+    bool at(std::string_view text) const { return peek().text() == text && !peek().is(STRING); }
     bool at_one_of(WordSet words) const { return contains(words, peek_word()); }
     bool at_kind(std::uint32_t kind) const { return peek().is(kind); }
     bool at_end() const { return peek().is(END_OF_FILE) && peek().text().empty(); }

@@ -10,6 +10,18 @@ namespace edd {
 
 using WordSet = std::span<const std::string_view>;
 
-inline bool contains(WordSet words, std::string_view word) { return std::ranges::binary_search(words, word); }
+// Byte order, as the sets are sorted; most probes differ in the first byte, compared inline.
+struct ByteOrder {
+    bool operator()(std::string_view a, std::string_view b) const {
+        if (!a.empty() && !b.empty() && a.front() != b.front())
+            return static_cast<unsigned char>(a.front()) < static_cast<unsigned char>(b.front());
+        return a < b;
+    }
+};
+
+// The empty word, which a string literal gives, is in no set.
+inline bool contains(WordSet words, std::string_view word) {
+    return !word.empty() && std::ranges::binary_search(words, word, ByteOrder{});
+}
 
 }  // namespace edd
