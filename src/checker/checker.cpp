@@ -12,6 +12,7 @@
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
 #include "diagnostics/type_name.hpp"
+#include "files/file_names.hpp"
 #include "files/input_files.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
@@ -92,27 +93,12 @@ void list_checks(const CheckSelection& selection, std::ostream& out) {
             << std::string(width + 2 - check.name.size(), ' ') << check.summary << '\n';
 }
 
-// As the converter does: the input's directory is searched after the -I paths.
-std::string directory_part(const std::string& name) {
-    const auto separator = name.find_last_of("\\/");
-    return separator == std::string::npos ? std::string(".") : name.substr(0, separator);
-}
-
 // The -d files merged in order, as the converter merges them; nothing when one cannot be
 // opened or read (the reason printed).
 std::optional<Dictionary> load_dictionaries(const CheckerOptions& options, InputFiles& files, Diagnostics& diagnostics) {
     Dictionary merged;
-    for (const std::string& name : options.dictionary_files) {
-        std::optional<std::string> text = files.read(name);
-        if (!text) {
-            diagnostics.line(format_message(messages::failed_to_open_dictionary, {name}));
-            return std::nullopt;
-        }
-        Lexer lexer(Lexer::FromText{}, std::move(*text), name, diagnostics);
-        DictionaryReader reader(lexer, diagnostics);
-        if (!reader.load()) return std::nullopt;
-        merged.append_all(reader.take_dictionary());
-    }
+    if (read_dictionaries(options.dictionary_files, files, diagnostics, merged) != DictionariesRead::read)
+        return std::nullopt;
     return merged;
 }
 
@@ -135,7 +121,7 @@ int check(const CheckerOptions& options, std::ostream& out, Diagnostics& diagnos
         return checker_status::not_checked;
     }
     std::vector<std::string> include_paths = options.include_paths;
-    include_paths.push_back(directory_part(options.input_file));
+    include_paths.push_back(directory_part(options.input_file));  // searched after the -I paths, as by the converter
     PositionRecorder positions;
     Lexer lexer(Lexer::FromText{}, std::move(*source), options.input_file, diagnostics);
     Preprocessor preprocessor(lexer, include_paths, files, diagnostics);

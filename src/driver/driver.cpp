@@ -18,6 +18,7 @@
 #include "driver/exit_status.hpp"
 #include "driver/options.hpp"
 #include "files/dependency_file.hpp"
+#include "files/file_names.hpp"
 #include "files/input_files.hpp"
 #include "files/output_file.hpp"
 #include "files/output_stream.hpp"
@@ -37,12 +38,6 @@ namespace edd {
 namespace {
 
 std::string failure(std::string_view message, const std::string& name) { return format_message(message, {name}); }
-
-// Everything before the last separator, or "." for a bare file name.
-std::string directory_part(const std::string& name) {
-    const auto separator = name.find_last_of("\\/");
-    return separator == std::string::npos ? std::string(".") : name.substr(0, separator);
-}
 
 // The document's name: -o, or the input's name with ".xml" appended.
 std::string output_name(const Options& options) {
@@ -96,20 +91,13 @@ std::optional<int> check_dependency_names(const Options& options, const InputFil
     return exit_status::file_not_opened;
 }
 
-// Loads the -d files in order into one dictionary. Returns the exit status when a file
-// cannot be opened or read.
+// The exit status when a -d file cannot be opened or read.
 std::optional<int> load_dictionaries(const Options& options, InputFiles& files, Diagnostics& diagnostics,
                                      Dictionary& merged) {
-    for (const std::string& name : options.dictionary_files) {
-        std::optional<std::string> text = files.read(name);
-        if (!text) {
-            diagnostics.line(failure(messages::failed_to_open_dictionary, name));
-            return exit_status::file_not_opened;
-        }
-        Lexer lexer(Lexer::FromText{}, std::move(*text), name, diagnostics);
-        DictionaryReader reader(lexer, diagnostics);
-        if (!reader.load()) return exit_status::parse_failed;
-        merged.append_all(reader.take_dictionary());
+    switch (read_dictionaries(options.dictionary_files, files, diagnostics, merged)) {
+    case DictionariesRead::not_opened: return exit_status::file_not_opened;
+    case DictionariesRead::not_parsed: return exit_status::parse_failed;
+    case DictionariesRead::read: break;
     }
     return std::nullopt;
 }

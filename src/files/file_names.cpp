@@ -62,4 +62,9 @@ std::optional<std::string> find_file_name(std::string_view name) {
     return found;
 }
 
+std::string directory_part(const std::string& name) {
+    const auto separator = name.find_last_of("\\/");
+    return separator == std::string::npos ? std::string(".") : name.substr(0, separator);
+}
+
 }  // namespace edd

@@ -16,6 +16,10 @@ namespace edd {
 // Nothing when some component has no such entry.
 std::optional<std::string> find_file_name(std::string_view name);
 
+// Everything before the last separator (`/` or `\`), or "." for a bare file name: the
+// directory a source's own includes are searched in.
+std::string directory_part(const std::string& name);
+
 // ASCII letters compared without regard to case; every other byte as it is.
 bool equal_ignoring_case(std::string_view a, std::string_view b);
 

@@ -3,6 +3,7 @@
 #include "diagnostics/exceptions.hpp"
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
+#include "frontend/lexer.hpp"
 
 namespace edd {
 
@@ -34,6 +35,22 @@ void DictionaryReader::parse_entry() {
     }
     if (key == "xxx_highestoffset" || key == "xxx_highoffset") return;
     dictionary_.add(DictionaryEntry{std::move(key), std::move(text)});
+}
+
+DictionariesRead read_dictionaries(const std::vector<std::string>& names, InputFiles& files, Diagnostics& diagnostics,
+                                   Dictionary& merged) {
+    for (const std::string& name : names) {
+        std::optional<std::string> text = files.read(name);
+        if (!text) {
+            diagnostics.line(format_message(messages::failed_to_open_dictionary, {name}));
+            return DictionariesRead::not_opened;
+        }
+        Lexer lexer(Lexer::FromText{}, std::move(*text), name, diagnostics);
+        DictionaryReader reader(lexer, diagnostics);
+        if (!reader.load()) return DictionariesRead::not_parsed;
+        merged.append_all(reader.take_dictionary());
+    }
+    return DictionariesRead::read;
 }
 
 }  // namespace edd

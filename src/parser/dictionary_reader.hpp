@@ -1,8 +1,11 @@
 // Reads a dictionary file: entries "[n, m] key "text" { "text" }" straight from the lexer.
 #pragma once
 
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "files/input_files.hpp"
 #include "model/dictionary.hpp"
 #include "parser/token_reader.hpp"
 
@@ -22,5 +25,12 @@ private:
 
     Dictionary dictionary_;
 };
+
+enum class DictionariesRead { read, not_opened, not_parsed };
+
+// Reads the -d files in order into `merged`, stopping at the first that cannot be opened
+// (its line printed) or read.
+DictionariesRead read_dictionaries(const std::vector<std::string>& names, InputFiles& files, Diagnostics& diagnostics,
+                                   Dictionary& merged);
 
 }  // namespace edd

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # What the Windows build shows beyond the golden cases, under wine: the bundled examples
 # give the documents kept beside them; cmd's %ERRORLEVEL% sees the full exit statuses; the
-# usage line names the program as Windows started it.
+# usage line names the program as Windows started it; an output another program holds open
+# is refused as a failed save, the old file kept and no temporary left.
 #   windows_test.sh <wine> <tarnwick.exe> <repository>
 set -uo pipefail
 wine=$1
@@ -42,4 +43,14 @@ done <<'END'
 END
 usage=$("$wine" cmd /c "tarnwick.exe" | sed -n 3p | tr -d '\r')
 [[ $usage == "Usage: tarnwick.exe [options] file" ]] || fail "usage line: $usage"
+# cmd holds held.xml open (without leave to delete it) while more waits for its input.
+( (echo old; sleep 15) | "$wine" cmd /c "more > held.xml" ) &
+holder=$!
+for _ in $(seq 100); do grep -q old held.xml 2>/dev/null && break; sleep 0.2; done
+status=$("$wine" cmd /c "tarnwick.exe good.ddl -o held.xml >nul 2>held.txt & echo %ERRORLEVEL%" | tr -d '\r')
+kill "$holder" 2>/dev/null; wait "$holder" 2>/dev/null
+[[ $status == -500 ]] || fail "an output held open elsewhere: status $status"
+grep -q "could not save the document to held.xml" held.txt || fail "an output held open elsewhere: $(cat held.txt)"
+[[ $(tr -d '\r' <held.xml) == old ]] || fail "an output held open elsewhere was changed"
+! compgen -G '.tarnwick-*' >/dev/null || fail "a temporary was left beside an output held open elsewhere"
 echo PASS
