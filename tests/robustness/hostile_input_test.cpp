@@ -84,11 +84,15 @@ protected:
         return result;
     }
     // The same in a child process of its own, whose peak memory the kernel reports.
-    Conversion convert_measured(std::string_view source, long& peak_mib, std::vector<std::string> options = {}) {
+    // With a bound on the child's address space, when one is given.
+    Conversion convert_measured(std::string_view source, long& peak_mib, std::vector<std::string> options = {},
+                                rlim_t address_space = RLIM_INFINITY) {
         int pipe_ends[2];
         EXPECT_EQ(pipe(pipe_ends), 0);
         const pid_t child = fork();
         if (child == 0) {
+            const rlimit bound{address_space, address_space};
+            if (address_space != RLIM_INFINITY) setrlimit(RLIMIT_AS, &bound);
             close(pipe_ends[0]);
             const Conversion result = convert(source, options);
             const std::string report = std::to_string(result.seconds) + "\n" + result.diagnostics;
@@ -324,6 +328,20 @@ TEST_F(HostileInput, ImagesHeldOnce) {
     std::filesystem::resize_file(dir_.path() / "img" / "big.bin", std::uint64_t{1} << 30);  // sparse
     const Conversion huge = convert(std::string(header) + "IMAGE i { PATH \"img/../img/big.bin\"; }\n");
     expect(huge, exit_status::file_not_opened, "Image file img/../img/big.bin takes the embedded images beyond 512 MiB.\n", 5);
+}
+
+// Running out of memory says what the run was doing, not only the exception's name. The
+// sanitizers reserve far more address space than any bound here would allow.
+TEST_F(HostileInput, OutOfMemoryNamesTheStep) {
+    if (memory_factor != 1) GTEST_SKIP() << "an address-space bound and the sanitizers exclude each other";
+    dir_.write("img/big.bin", "");
+    std::filesystem::resize_file(dir_.path() / "img" / "big.bin", std::uint64_t{480} << 20);  // sparse
+    long peak_mib = 0;
+    const Conversion result = convert_measured(std::string(header) + "IMAGE i { PATH \"img/big.bin\"; }\n", peak_mib,
+                                               {"-o", "/dev/null"}, rlim_t{384} << 20);
+    EXPECT_EQ(result.status, fatal & 255);
+    EXPECT_EQ(result.diagnostics, "Encountered a fatal error: Out of memory while reading the image files and ordering "
+                                  "the items.(std::bad_alloc)\n");
 }
 
 // Dictionaries merged file after file: linear, and a key's first file still wins.
