@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes a large HART-style description for the benchmark: a main file, a header of shared
 // macros, a header of universal items and one header per group of channels. Each channel
 // brings variables with enumerations, commands with transactions, menus, methods with code,

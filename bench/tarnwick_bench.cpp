@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Measures the converter stage by stage on one description: the lexer alone, lexer and
 // preprocessor, the parse, and the full conversion as the program runs it. Every run of a
 // stage is a child process of its own, so its peak memory (ru_maxrss) is its own.

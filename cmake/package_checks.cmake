@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Read by cpack for each package it makes: refuses a Debian package whose manual page would
 # name the schema somewhere else than where the package puts it.
 if(CPACK_GENERATOR STREQUAL "DEB" AND NOT CPACK_TARNWICK_CONFIGURED_PREFIX STREQUAL CPACK_PACKAGING_INSTALL_PREFIX)

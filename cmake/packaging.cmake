@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What cpack makes of the installed tree: a Debian package on Linux, a zip on Windows. The
 # description of the package is set here once for both; the generator follows the platform.
 set(CPACK_PACKAGE_NAME tarnwick)

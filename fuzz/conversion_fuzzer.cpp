@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The whole conversion in memory: preprocess, parse, resolve LIKE items, build the
 // document and serialise it. Whatever the input, the text produced must be a well-formed
 // XML 1.0 document in UTF-8; the process aborts when it is not.

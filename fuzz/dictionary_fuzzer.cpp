@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The dictionary loader over arbitrary bytes: load() must return, and a loaded dictionary
 // must answer for every key it holds.
 #include <cstddef>

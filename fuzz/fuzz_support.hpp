@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the fuzz targets share: a sink for diagnostics, a scratch directory that lives as
 // long as the process, and the choice of profile. Kept header-only: each target is one
 // translation unit plus the converter's libraries.

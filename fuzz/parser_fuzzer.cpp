@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The parser over in-memory sources, through the preprocessor as the converter runs it.
 // parse() must return whatever the input; the text dump walks every parsed value.
 #include <cstddef>

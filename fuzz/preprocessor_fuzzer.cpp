@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Lexer and preprocessor over arbitrary bytes: every input must drain to END_OF_FILE.
 // Includes search one empty directory, so an #include is always "not found".
 #include <cstddef>

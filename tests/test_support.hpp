@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the unit tests share: a scratch directory removed with everything in it.
 #pragma once
 

@@ -1,4 +1,5 @@
 <?xml version="1.0" encoding="UTF-8"?>
+<!-- SPDX-License-Identifier: Apache-2.0 -->
 <!--
   tarnwick-html.xsl: one self-contained HTML page of a document that tarnwick wrote, to read
   a device as a host shows it. Run with xsltproc (libxslt), XSLT 1.0; the string parameter

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Every Windows executable carries the same application manifest (UTF-8 code page, long
 # paths) under a name of its own.
 function(tarnwick_windows_manifest target manifest_name)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the checks look at, gathered once by the checker, and the three groups of checks.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // tarnwick-check: parses a description as the converter does and reports what the
 // conversion passes over in silence. The command line, the pipeline and the exit statuses.
 #pragma once

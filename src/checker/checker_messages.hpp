@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The checker's own texts besides the findings (those are in checks.hpp). The converter's
 // texts that the checker prints as well (parse errors, files that cannot be opened) stay in
 // diagnostics/messages.hpp.

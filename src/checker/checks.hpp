@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The checks, one row each: the name --checks and the findings use, the finding's text
 // with its placeholders, whether it runs without being asked for, and a line for
 // --list-checks. The order is the order of --list-checks.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The checks on files: image files that cannot be opened or lie outside the description's
 // directories, and sources that the lexer stops reading early.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the checks found: each finding with its position, kept until all checks have run
 // and then printed in source order.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts in several languages, as descriptions and dictionaries write them:
 // "|en|Main menu|de|Hauptmenü", or "Main menu|de|Hauptmenü" with the first language unmarked.
 #pragma once

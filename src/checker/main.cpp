@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The entry point of tarnwick-check: the whole program is edd::run_checker.
 #include <iostream>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The one walk over the model that the checks share: every reference, dictionary key and
 // string of every item, with the kind of place it stands in. The checks never look at the
 // model's values themselves, so a new shape of the model changes this file alone.

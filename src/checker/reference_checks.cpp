@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The checks on what references name: that it exists, has the member asked for and is of a
 // type that can stand there; and the menu tree's top.
 #include <algorithm>

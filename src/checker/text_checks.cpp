@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The checks on texts: dictionary keys that have none, and texts that lack a language the
 // description's other texts have.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The one way messages leave the program. Every component is handed the run's Diagnostics
 // at construction; it knows the shape of each kind of line and counts what counts. A line
 // is formatted whole and written with one write call, so that runs sharing a stream (make

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The exception classes of the converter. Each is reported before it is thrown, so the
 // places that catch them never print the message again (the driver's fatal handler aside).
 #pragma once

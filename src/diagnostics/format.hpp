@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Message templates: "%n" placeholders filled with up to six argument texts.
 #pragma once
 

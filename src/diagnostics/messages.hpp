@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every fixed text the program prints or puts in an exception, each a whole template: "%n"
 // stands for the n-th argument (format.hpp). They are output, not prose: they are
 // reproduced letter for letter, their authors' spellings included.

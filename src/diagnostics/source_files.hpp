@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The process-wide table of source file names. Tokens and positions store an index into it,
 // so a file name is held once however many tokens come from that file.
 #pragma once

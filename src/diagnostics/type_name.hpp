@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Readable run-time type names for the messages that name an exception's class.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "driver/command_line.hpp"
 
 #include "diagnostics/format.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Scanning the command line. Messages of this phase go to standard error: the diagnostics
 // file is opened only after the scan.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The fixed pipeline from the command line to the output file, and the exit statuses.
 #pragma once
 

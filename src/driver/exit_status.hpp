@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The exit statuses a calling build step sees (the shell sees each modulo 256).
 #pragma once
 

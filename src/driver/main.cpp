@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The entry point: the whole program is edd::run.
 #include <iostream>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The dependency file a build tool reads to learn what a document was made from (make,
 // ninja and CMake read the format of compilers' -MD -MP output).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // File names as the descriptions' authors wrote them, on Windows: `\` separates directories
 // and letters match whatever their case. Here a name is taken as written when it exists;
 // only otherwise is it looked up the Windows way, so that a name that works today never

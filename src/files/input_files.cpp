@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "files/input_files.hpp"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The files a run reads (the input, included and imported descriptions, dictionaries,
 // images). Each is read whole through here, so that the run knows them all: an output
 // must not overwrite one of them, and a build learns what the document depends on. A name

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A file the run writes (the document, the -t dump, the dependency file, the -e file): whole
 // or not at all. A regular file, or a name that does not exist yet, is written to a
 // temporary file beside it, which replaces it only when complete; a failure, or a run

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An output file as a text stream, for the -e file: written like any output (beside the
 // target until committed), each flush handing the buffered bytes to the file, so that a
 // line flushed is a line the file has. A failed write is not reported: losing a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the operating system does its own way for the files a run reads and writes, and for
 // a run that is interrupted. Each system has one implementation (platform_posix.cpp,
 // platform_windows.cpp); everything above this header is the same on all of them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The file and process interfaces on POSIX systems.
 #include <fcntl.h>
 #include <poll.h>

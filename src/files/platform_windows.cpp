@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The file and process interfaces on Windows. Names are UTF-8 throughout the program and
 // wide here, at the system's door.
 #include <fcntl.h>

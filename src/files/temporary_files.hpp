@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The temporary files a run has open, in a table an interrupted run can still read: a
 // signal handler may neither allocate nor lock, so the names are kept as C strings in
 // fixed slots, and a slot is published by its state alone.

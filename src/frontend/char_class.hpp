@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Character classes from our own table: the <cctype> functions are undefined for the bytes
 // above 0x7F that EDD files may hold, and depend on the locale.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The conditionals open now, innermost last: which branch each is in and what it keeps.
 // Both branches are read through the whole preprocessor; a branch not taken keeps nothing,
 // and while one is open, define and include take no effect.

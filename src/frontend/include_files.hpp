@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The files #include reads: looked for along the include paths in order (never beside the
 // including file), each read once however often it is included (its tokens may be held to
 // the end of the run), and the files of an include chain that ran past the nesting limit,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a conditional keeps of its taken branch. Both branches are read eagerly, through
 // the whole preprocessor; the kept tokens are delivered again after the #endif, so that a
 // macro defined later in the branch still applies to them. The kept tokens of a nested

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The three keyword sets: description-language keywords, method-language keywords and
 // reserved words. Matching is case-sensitive ("IF" and "if" are different words).
 #pragma once

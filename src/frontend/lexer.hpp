@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The lexer: the bytes of one source file to tokens, blanks, line ends and comments
 // included (the preprocessor needs them). It never throws for bad input: it reports and
 // produces ERROR or UNDEFINED tokens, and the reader of the tokens decides.

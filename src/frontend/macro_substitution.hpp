@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One call of a function-like macro (or of a body holding "#" or "##"): the body with each
 // parameter replaced by its argument and, in the normal token flow, "#" (stringify) and
 // "##" (paste) applied in the same left-to-right walk. The body is read through a cursor,

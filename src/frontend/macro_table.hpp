@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The table of defined macros.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The preprocessor: a token stream over the main lexer that carries out directives and
 // expands macros lazily, one token per request. Its raw tokens come from one stack of
 // sources (files, expansions, kept branches); its bounds from one limits object; its open

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The bounds that keep hostile input from costing more than time and memory linear in it,
 // and the counts they are checked against. Every part of the preprocessor charges this one
 // object; real descriptions stay far below every figure.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The preprocessor's message lines, all at the position of the token read last.
 #pragma once
 

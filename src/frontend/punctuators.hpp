@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The punctuator table: every operator spelling the lexer recognises by longest match, and
 // the kind each stands for. "##" is not in it; the lexer recognises that one itself.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the preprocessor's raw tokens come from: one stack of sources. A source is a file's
 // lexer (the main input at the bottom, each included file above the one that included it)
 // or a sequence of tokens made already (a macro's expansion, a conditional's kept branch).

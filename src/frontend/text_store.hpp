@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts made for tokens rather than cut from a source: a float given its '.', a pasted or a
 // stringified token. Tokens only view their texts, so the store stays as long as any token
 // it gave a text to; the lexers of one preprocessor share one. Texts are packed into large

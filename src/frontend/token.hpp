@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The token record: a small value copied freely, as plain as an int. Its text is a view
 // into the texts of the run (the source files the lexers read, and the texts the lexers and
 // the preprocessor made), which stay until the lexer or preprocessor that delivered the token

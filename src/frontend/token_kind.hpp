@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Token kinds. A single-character punctuator is its own character code; named kinds sit
 // above 255. The numbers are part of the output (unnamed kinds print as numbers), so the
 // odd gaps of the operator block are kept as they are.

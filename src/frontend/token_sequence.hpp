@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The tokens the preprocessor holds besides the one in hand: macro bodies, arguments,
 // expansions waiting to be read, kept branches. Every holder counts its tokens into one
 // tally while it lives, so that what macro expansion holds at once can be bounded.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The abstract token source. The lexer and the preprocessor both are one, so whoever reads
 // tokens cannot tell raw from preprocessed input.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The memory of one description: its values, their texts and their lists are carved from
 // large chunks, which all go together with the description. Nothing made here is
 // destroyed on its own, so what lives here owns no memory of its own: texts are views

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The large blocks an arena carves its memory from, taken from the system in its own way
 // (arena_chunks_posix.cpp, arena_chunks_windows.cpp).
 #pragma once

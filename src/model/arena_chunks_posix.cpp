@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Arena chunks on POSIX: mapped memory, on huge pages where the system offers them.
 #include <sys/mman.h>
 

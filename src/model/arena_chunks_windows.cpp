@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Windows gives large pages only to privileged processes: chunks come from the heap.
 #include <new>
 

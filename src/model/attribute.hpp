@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A named value, and the ordered list of them that composed values carry.
 #pragma once
 

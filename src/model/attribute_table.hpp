@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which attributes each item type defines. An attribute outside its item type's row is
 // reported and dropped by the parser; the profiles decide separately what a dialect allows.
 #pragma once

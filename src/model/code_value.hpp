@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Program text (a METHOD body, say) kept as the tokens the lexer delivered.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A structured list entry whose fields are named attributes (an ELEMENTS entry, a menu
 // item with qualifiers, ...). Copies clone the fields' values.
 #pragma once

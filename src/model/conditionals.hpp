@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // IF and SELECT values. Branches are values themselves, so conditionals nest to any depth.
 // Copies differ on purpose: IF clones its parts, SELECT shares selector and default.
 #pragma once

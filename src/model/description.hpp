@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A parsed description: its identification and its items, findable by name and kept in
 // definition order, and the arena that holds their values.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The texts behind "[key]" references, loaded from the -d files.
 #pragma once
 

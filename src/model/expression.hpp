@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An expression kept in source order: operators and brackets are OPERATOR values between
 // their operands. Nothing is evaluated.
 #pragma once

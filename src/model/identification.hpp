@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The device identification of a description: seven fields, each unset until read.
 #pragma once
 

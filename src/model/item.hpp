@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One item definition: type, name, the LIKE parent, its attributes by id and the place of
 // its definition. Copies share the attributes' values.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Item types and attribute ids: positions in their keyword lists. Unknown words map to 255.
 #pragma once
 

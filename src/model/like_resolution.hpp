@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The resolving pass: items defined LIKE another item take over the base's attributes, in
 // place. Only those items change; nothing else of the description is copied.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One formal parameter of a method: type code, passing mode and name; and the table of the
 // type codes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A reference to another item by name, with an optional argument (an index, say). Copies
 // share the argument; the argument's keys are not the reference's.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Literals, keywords, identifiers, operators and dictionary references: a kind and a text.
 // NullValue is the empty value.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A variable or waveform type (TYPE INTEGER (4) { ... }): name, size, named attributes
 // ordered by name, and further values. Copies clone the attributes' values but share the
 // further values.

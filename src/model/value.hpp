@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The root of the model's value family and the handle through which values are held.
 // Values live in their description's arena and die with it; a handle does not own its
 // value. A value is built bottom-up and then belongs to the one value or item it was

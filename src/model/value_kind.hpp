@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The kinds of model values, by their fixed codes.
 #pragma once
 

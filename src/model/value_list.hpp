@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An ordered list of values, optionally named. Copies clone the items.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One spelling per file, so that "a.ddl", "./a.ddl" and "A.DDL" are known to be the same file.
 #pragma once
 

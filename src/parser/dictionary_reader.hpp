@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads a dictionary file: entries "[n, m] key "text" { "text" }" straight from the lexer.
 #pragma once
 

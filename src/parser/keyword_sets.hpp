@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The keyword sets that the attribute grammars accept, each in byte order (proved below).
 #pragma once
 

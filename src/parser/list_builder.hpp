@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Collects the entries of a list as they are read and makes the list once it is complete,
 // with room for exactly its entries. Lists nest, so the entries wait on one stack of the
 // parser's, the innermost list's last.

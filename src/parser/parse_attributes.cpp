@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The value grammars of the attributes with a grammar of their own; the lists among them
 // are read by the templates of parse_conditionals.cpp.
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The list and conditional templates, and the table of the lists they read.
 #include <iterator>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
 #include "model/attribute_table.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A listener the parser tells where it read each value that names something: a reference,
 // a dictionary key, a string. The converter sets none, so it pays one test per such value;
 // the checker keeps the positions to point its findings at the very token.

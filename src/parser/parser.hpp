@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The EDDL parser: a recursive-descent reader of one description on the token reader.
 // This header is the table of contents of the grammar; the rules are split over
 // parse_*.cpp by area. Problems are reported and counted; a fatal one throws ParseError,

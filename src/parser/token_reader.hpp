@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The reading base of the EDDL parser and the dictionary reader: the token under
 // examination and the one consumed last, the reporters, and the few ways of consuming a
 // token. Reports name the position of the token consumed last; the texts handed out stay

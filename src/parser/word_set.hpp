@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A set of words, as the grammars accept them: a view of a constant array sorted in byte
 // order, so that a lookup is a binary search and a refusal lists the words in that order.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Integer literals and paths for the parser, the profiles and the writer.
 #include "text/text_utils.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Small routines on 8-bit strings: EDDL integer literals and paths. The text rule for
 // document strings is the writer's (xml/).
 #pragma once

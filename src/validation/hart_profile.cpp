@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The HART dialect: three item types and five command attributes refused; imports are
 // found by searching a library tree laid out by manufacturer, device type and revisions.
 #include <algorithm>

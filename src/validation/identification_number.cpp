@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading and spelling identification numbers for the import searches.
 #include "validation/identification_number.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Identification numbers as the import searches of the profiles read and spell them.
 #pragma once
 

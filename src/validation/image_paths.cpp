@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Walks an IMAGE's PATH value through its conditionals down to the strings.
 #include "validation/image_paths.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The image files a description names: every path any condition of an IMAGE's PATH could
 // select, paired with the directory of the file that defines the image. Reading them is the writer's.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The PROFIBUS dialect: three attributes refused on commands, imports found by a fixed path.
 #include <algorithm>
 #include <iterator>

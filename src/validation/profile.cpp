@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Choosing the profile of a run.
 #include "validation/profile.hpp"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Validation profiles: which EDDL dialect a description is checked against. The driver
 // picks one by the -p text; the parser holds it for the whole run and words the refusals.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Base64 encoding of arbitrary bytes.
 #include "xml/base64.hpp"
 

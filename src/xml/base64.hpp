@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Base64 for binary content the writer embeds (images): RFC 4648 alphabet, "=" padding,
 // one line without breaks.
 #pragma once

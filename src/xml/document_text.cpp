@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Classifies a model string as UTF-8 or Latin-1 and cleans it for an XML 1.0 document.
 #include "xml/document_text.hpp"
 

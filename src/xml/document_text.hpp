@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The one rule by which every model string becomes document text. The document is UTF-8;
 // what the writer does with the result (escaping, layout) is its own business.
 #pragma once

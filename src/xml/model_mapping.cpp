@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How items, attributes, members and every value kind become elements. The frame around
 // them is in xml_writer.cpp.
 #include <cstdint>

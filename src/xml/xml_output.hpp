@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes an XML document as a stream, in order, into a buffer handed on in large chunks.
 // It owns everything about the bytes: the open elements, indentation (four blanks per
 // level), escaping and the text rule by which every model string becomes document text.

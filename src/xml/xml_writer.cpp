@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The document frame: root, used dictionary keys, embedded image files, identification and
 // the items in name order; plus the guard and the outputs. Items and values: model_mapping.cpp.
 #include "xml/xml_writer.hpp"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The writer of the output document: its frame (root, used dictionary keys, image files,
 // identification, items by name) and the mapping of items and values onto elements. The
 // document is written straight from the model, once, in order; no tree is built.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts split into their languages: marks of two to five letters, an unmarked start, and
 // bars that mark nothing.
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # The editor integrations in contrib/ read the program's real diagnostics: every line shape
 # (parser, preprocessor, lexer, imported duplicate, LIKE, the checker's findings), in a
 # directory whose name has a

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Every relative link in README.md and docs/*.md leads to a file that exists and, with a
 # #fragment, to a heading of that file, as GitHub names headings: lower case, punctuation
 # but '-' and '_' dropped, blanks as '-'. Moved text keeps its readers on their way.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The worked example in docs/examples.md quotes example files in full; each must appear there
 # exactly as it is, so that the text never shows input or output the program no longer has.
 # Variables: TEXT (the document that quotes), FILES (list).

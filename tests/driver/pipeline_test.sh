@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # The program in a build pipeline: a write that fails (a file-size limit standing in for a
 # full disk) leaves the previous document as it was and no temporary file behind; sixteen
 # runs sharing one pipe for their messages give only whole lines; the file put in place

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Converts one bundled example, compares the document with the one kept beside it and
 # validates it against the output schema.
 # Variables: TARNWICK, XMLLINT, SCHEMA, ARGS (list), OUTPUT, EXPECTED.

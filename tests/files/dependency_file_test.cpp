@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names a make rule cannot hold are found before anything is written: a line end anywhere,
 // a ':' anywhere but after a Windows drive letter (and there only on Windows).
 #include <gtest/gtest.h>

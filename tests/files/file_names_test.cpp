@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names as written on Windows: a name that exists is kept as it is; otherwise '\' separates
 // directories and each missing component takes the first entry, in byte order, that
 // matches it but for the case of ASCII letters.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The files a run reads: a pipe ("tarnwick /dev/stdin") is read in blocks joined at the
 // end, and gives what was sent; each file is recorded once, under the name it was first
 // read by (for messages) and the name it was opened by (for the dependency file).

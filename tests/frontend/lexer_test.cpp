@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The lexer as one table: input -> every token with its kind, text and line, and what it
 // reports. Tokens print as messages print them, KIND(text) or number(text) for a kind
 // without a name; "N:" marks the first token on a new line N.

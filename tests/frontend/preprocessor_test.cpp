@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The preprocessor as one table: main.ddl -> the spellings it delivers (blanks dropped,
 // ERR for an ERROR token) and the exact diagnostics. Include files lie in a scratch
 // directory whose include paths are $DIR/one and $DIR/two.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every holder of tokens counts into one tally while it lives (a block its tokens, a
 // sequence its spans), so that the preprocessor can bound what macro expansion holds; a
 // leak there would trip that bound on honest input. Trimming a sequence narrows its spans

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Installs the build, stripped, into a scratch prefix and checks the installed tree: the
 # program runs, the schema (with the file it imports) validates a document, the checker finds
 # nothing in the example, the view's stylesheet makes a page of the document, the manual

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The arena hands out memory aligned as asked and never the same bytes twice: from chunks
 // that double up to their largest size (those of whole huge pages mapped on huge-page
 // boundaries), and from chunks of their own for large requests.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The dictionary keys method code uses: an identifier after "[" unless an identifier stands
 // before the bracket (that is indexing), and the argument of get_dictionary_string(...).
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The item index: open addressing over stored hashes, grown by doubling as items come and
 // by reserve ahead of an import. Every name it holds is found as its own item; no other is.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a copy of a value that holds other values shares with its original: each holder is
 // given a list [a] and cloned; the list held by the original then grows, and only a copy
 // that shares the part may see that. Copies of items share their attributes' values.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The expression grammar as one table: the value a LABEL expression parses to, drawn with
 // its grouping: <parts> for an expression, {a, b} for a list, @path(argument) for a
 // reference, null for an empty value, any other value as its text.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Hostile input: deep nesting, include and import cycles, macro bombs, stray bytes, huge
 // lines and garbage end with their documented message and status, within bounds, through
 // the whole program (edd::run, as main calls it); and the front end drains whatever bytes

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Converts the coverage description with the built program and checks the fresh document
 # both ways: it validates against the schema, and it uses every element and attribute that
 # the schema declares, so that the schema declares nothing the program cannot write.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Every document in the directory INVALID is well-formed but breaks the output schema in one
 # way (its first comment says how); xmllint must report it as invalid, so the schema stays
 # as strict as it claims to be.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // EDDL integer literals to numbers: radix from the prefix, digits without prefix and
 // suffixes, digits not checked against the radix, values wrapping at 64 bits.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where an IMPORT by identification finds a HART description: mm/tt/rrdd/ below the first
 // include path that has a *.ddl there, else below the current directory; the first file
 // in name order.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loads each view in headless Chromium, as a person would open it: no console error or
 // uncaught exception, no picture that fails to decode, every in-page link has its anchor,
 // the page holds the texts expected in its language, and a screenshot is not blank. The

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # The HTML view of documents the converter writes: the bundled examples, the description of
 # the checker's golden cases (which has problems to show) and a generated large description.
 # Each view must be well-formed HTML whose every in-page link has its anchor (`documents`);

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # What the Windows build shows beyond the golden cases, under wine: the bundled examples
 # give the documents kept beside them; cmd's %ERRORLEVEL% sees the full exit statuses; the
 # usage line names the program as Windows started it; an output another program holds open

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text rule for every string the document carries: well-formed UTF-8 is kept, anything
 // else is read as Latin-1, and characters XML cannot carry become U+FFFD.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+" SPDX-License-Identifier: Apache-2.0
 " Vim compiler file for tarnwick-check, the checker beside the converter. Its findings have
 " the converter's warning shape, so the converter's 'errorformat' reads them.
 " Install: copy beside tarnwick.vim; then

@@ -1,3 +1,4 @@
+" SPDX-License-Identifier: Apache-2.0
 " Vim compiler file for tarnwick, the EDDL to XML converter.
 " Install: copy to ~/.vim/compiler/ (or add contrib/vim to 'runtimepath'); then
 "   :compiler tarnwick
