@@ -177,6 +177,26 @@ private:
     std::vector<std::shared_ptr<void>> stages_;
 };
 
+// The outputs, once no name among them can be a source: the dump and the dependency file
+// staged, the document saved, then the staged files put in place.
+int write_outputs(const Options& options, const InputFiles& files, Diagnostics& diagnostics, const XML_Writer& writer,
+                  std::string& doing) {
+    if (auto status = check_outputs_against_inputs(options, files, diagnostics)) return *status;
+    // The -e file naming a source fails the run too; the -e file's end reports it.
+    if (!options.diagnostics_file.empty() && files.find(options.diagnostics_file)) return exit_status::file_not_opened;
+    if (auto status = check_dependency_names(options, files, diagnostics)) return *status;
+    std::optional<StagedFile> dump, dependencies;
+    if (options.dump) dump.emplace(options.dump_file, messages::dump_not_saved, dump_text(writer.description()));
+    if (!options.dependency_file.empty())
+        dependencies.emplace(options.dependency_file, messages::dependency_file_not_saved,
+                             make_dependency_rules(options.output_file, files.dependencies()));
+    doing = format_message(messages::doing_save, {options.output_file});
+    writer.save(options.output_file);
+    if (dump) dump->commit();
+    if (dependencies) dependencies->commit();
+    return exit_status::success;
+}
+
 // The steps after the command line; exceptions escaping them are the caller's.
 // `doing` says what the run is doing, for a report of running out of memory.
 int convert(Options& options, InputFiles& files, Diagnostics& diagnostics, Cleanup cleanup, std::string& doing) {
@@ -210,20 +230,7 @@ int convert(Options& options, InputFiles& files, Diagnostics& diagnostics, Clean
 
     doing = messages::doing_build;
     writer.build();
-    if (auto status = check_outputs_against_inputs(options, files, diagnostics)) return *status;
-    // The -e file naming a source fails the run too; the -e file's end reports it.
-    if (!options.diagnostics_file.empty() && files.find(options.diagnostics_file)) return exit_status::file_not_opened;
-    if (auto status = check_dependency_names(options, files, diagnostics)) return *status;
-    std::optional<StagedFile> dump, dependencies;
-    if (options.dump) dump.emplace(options.dump_file, messages::dump_not_saved, dump_text(writer.description()));
-    if (!options.dependency_file.empty())
-        dependencies.emplace(options.dependency_file, messages::dependency_file_not_saved,
-                             make_dependency_rules(options.output_file, files.dependencies()));
-    doing = format_message(messages::doing_save, {options.output_file});
-    writer.save(options.output_file);
-    if (dump) dump->commit();
-    if (dependencies) dependencies->commit();
-    return exit_status::success;
+    return write_outputs(options, files, diagnostics, writer, doing);
 }
 
 // The source among the files the run read, or the -d files it may read, that `output` names;
