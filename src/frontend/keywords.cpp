@@ -85,7 +85,7 @@ constexpr std::size_t word_table_size = 1024;
 static_assert(2 * (std::size(eddl_keywords) + std::size(method_keywords) + std::size(reserved_words)) <
               word_table_size);
 
-// Mixes the length and five characters of the word: every source word is classified, and
+// Mixes the length and four characters of the word: every source word is classified, and
 // a hash over all its characters costs more than the collisions this one leaves.
 constexpr std::size_t word_slot(std::string_view word) {
     const auto at = [word](std::size_t i) { return static_cast<std::uint32_t>(static_cast<unsigned char>(word[i])); };
@@ -93,7 +93,6 @@ constexpr std::size_t word_slot(std::string_view word) {
     std::uint32_t hash = static_cast<std::uint32_t>(word.size()) * 0x9E3779B1u;
     hash ^= at(0) * 0x85EBCA77u;
     hash ^= at(last) * 0xC2B2AE3Du;
-    hash ^= at(last / 2) * 0x27D4EB2Fu;
     hash ^= at(last > 0 ? 1 : 0) * 0x165667B1u;
     hash ^= at(last > 0 ? last - 1 : 0) * 0xD3A2646Cu;
     return (hash ^ (hash >> 15)) & (word_table_size - 1);
@@ -139,12 +138,20 @@ constexpr auto word_shapes = [] {
     return shapes;
 }();
 
+// Keywords are short: a byte loop once the lengths agree costs less than a call to memcmp.
+constexpr bool same_word(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (a[i] != b[i]) return false;
+    return true;
+}
+
 constexpr const ClassifiedWord* find_word(std::string_view word) {
     if (word.empty()) return nullptr;
     if (!((word_shapes[static_cast<unsigned char>(word[0])] >> std::min<std::size_t>(word.size(), 63)) & 1))
         return nullptr;
     for (std::size_t i = word_slot(word);; i = (i + 1) & (word_table_size - 1)) {
-        if (word_table[i].word == word) return &word_table[i];
+        if (same_word(word_table[i].word, word)) return &word_table[i];
         if (word_table[i].word.empty()) return nullptr;
     }
 }

@@ -2,7 +2,6 @@
 #include "frontend/lexer.hpp"
 
 #include <algorithm>
-#include <cstring>
 
 #include "diagnostics/messages.hpp"
 #include "frontend/char_class.hpp"
@@ -99,8 +98,8 @@ void Lexer::read_past_blanks(Token& token, std::size_t& skipped) {
 // Everything up to and including the next line feed is dropped, and every dropped character
 // counts as a line: later positions in the file shift by the length of the dropped text.
 void Lexer::skip_after_backslash() {
-    const void* line_feed = std::memchr(cursor_, '\n', static_cast<std::size_t>(end_ - cursor_));
-    const char* stop = line_feed == nullptr ? end_ : static_cast<const char*>(line_feed) + 1;
+    const char* line_feed = find(cursor_, end_, '\n');
+    const char* stop = line_feed == end_ ? end_ : line_feed + 1;
     line_ += static_cast<int>(stop - cursor_);
     cursor_ = stop;
 }
@@ -136,8 +135,7 @@ void Lexer::lex_block_comment(Token& token, const char* start) {
 }
 
 void Lexer::lex_line_comment(Token& token, const char* start) {
-    const void* line_feed = std::memchr(cursor_, '\n', static_cast<std::size_t>(end_ - cursor_));
-    cursor_ = line_feed == nullptr ? end_ : static_cast<const char*>(line_feed);
+    cursor_ = find(cursor_, end_, '\n');
     return make(token, COMMENT, start);
 }
 
@@ -145,16 +143,21 @@ void Lexer::lex_line_comment(Token& token, const char* start) {
 // Line feeds inside the string are not counted.
 void Lexer::lex_string(Token& token, const char* start) {
     const char* text = start + 1;
+    const char* quote = closing_quote(text);
+    cursor_ = quote == end_ ? end_ : quote + 1;
+    return set(token, STRING, std::string_view(text, static_cast<std::size_t>(quote - text)), file_, line_);
+}
+
+// The quote that ends a string starting at `from`, or end_. Strings are long and seldom hold
+// a backslash, so both are searched with memchr rather than byte by byte.
+const char* Lexer::closing_quote(const char* from) const {
     for (;;) {
-        if (cursor_ == end_) break;
-        const char c = *cursor_++;
-        if (c == '"') {
-            const auto length = static_cast<std::size_t>(cursor_ - 1 - text);
-            return set(token, STRING, std::string_view(text, length), file_, line_);
-        }
-        if (c == '\\' && cursor_ != end_) ++cursor_;
+        const char* quote = find(from, end_, '"');
+        const char* backslash = find(from, quote, '\\');
+        if (backslash == quote) return quote;
+        if (end_ - backslash <= 1) return end_;
+        from = backslash + 2;  // the escaped character is passed, a quote included
     }
-    return set(token, STRING, std::string_view(text, static_cast<std::size_t>(cursor_ - text)), file_, line_);
 }
 
 void Lexer::take_integer_suffix() {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -64,6 +65,12 @@ private:
     void lex_block_comment(Token& token, const char* start);
     void lex_line_comment(Token& token, const char* start);
     void lex_string(Token& token, const char* start);
+    const char* closing_quote(const char* from) const;
+    // The first `c` in [from, to), or `to`.
+    static const char* find(const char* from, const char* to, char c) {
+        const void* found = std::memchr(from, c, static_cast<std::size_t>(to - from));
+        return found == nullptr ? to : static_cast<const char*>(found);
+    }
     void lex_number(Token& token, const char* start);
     void lex_float(Token& token, const char* start, bool has_integer_part);
     void lex_word(Token& token, const char* start);

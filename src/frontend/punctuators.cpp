@@ -43,13 +43,21 @@ constexpr auto by_first_byte = [] {
     return table;
 }();
 
+// Spellings are at most three bytes: a byte loop costs less than a call to compare them.
+constexpr bool begins_with(std::string_view text, std::string_view spelling) {
+    if (spelling.size() > text.size()) return false;
+    for (std::size_t i = 1; i < spelling.size(); ++i)  // the first byte chose the candidates
+        if (text[i] != spelling[i]) return false;
+    return true;
+}
+
 }  // namespace
 
 std::optional<Punctuator> match_punctuator(std::string_view text) {
     if (text.empty()) return std::nullopt;
     const Candidates& candidates = by_first_byte[static_cast<unsigned char>(text[0])];
     for (std::size_t i = 0; i < candidates.count; ++i)
-        if (text.starts_with(punctuators[candidates.at[i]].spelling)) return punctuators[candidates.at[i]];
+        if (begins_with(text, punctuators[candidates.at[i]].spelling)) return punctuators[candidates.at[i]];
     return std::nullopt;
 }
 
