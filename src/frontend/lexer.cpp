@@ -46,7 +46,7 @@ void Lexer::start() {
         switch (*start) {
         case '\t': case '\v': case '\r': case ' ':
             if (blank_runs_)
-                while (chars::is_byte(*cursor_, chars::BLANK)) ++cursor_;
+                cursor_ = skip(cursor_, chars::BLANK);
             return make(token, WHITESPACE, start);
         case '\n':
             make(token, NEWLINE, start);
@@ -81,7 +81,7 @@ void Lexer::read_past_blanks(Token& token, std::size_t& skipped) {
     for (;;) {
         // The byte at end_ is neither a blank nor a line feed, so this stops there too.
         for (const char* at = cursor_;; ++at) {
-            while (chars::is_byte(*at, chars::BLANK)) ++at;
+            at = skip(at, chars::BLANK);
             if (*at != '\n') {
                 skipped += static_cast<std::size_t>(at - cursor_);
                 cursor_ = at;
@@ -179,7 +179,7 @@ void Lexer::lex_number(Token& token, const char* start) {
         take_integer_suffix();
         return make(token, INTEGER, start);
     }
-    while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
+    cursor_ = skip(cursor_, chars::DIGIT);
     if (*cursor_ == '.' || *cursor_ == 'e' || *cursor_ == 'E') return lex_float(token, start, true);
     take_integer_suffix();
     return make(token, INTEGER, start);
@@ -195,13 +195,13 @@ void Lexer::lex_float(Token& token, const char* start, bool has_integer_part) {
     }
     const char* fraction = cursor_;
     if (dot)
-        while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
+        cursor_ = skip(cursor_, chars::DIGIT);
     if (!has_integer_part && cursor_ == fraction) return set(token, ERROR, messages::malformed_float, file_, line_);
     const char* rest = cursor_;
     if (*cursor_ == 'e' || *cursor_ == 'E') {
         ++cursor_;
         if (*cursor_ == '+' || *cursor_ == '-') ++cursor_;
-        while (chars::is_byte(*cursor_, chars::DIGIT)) ++cursor_;
+        cursor_ = skip(cursor_, chars::DIGIT);
     }
     if (chars::is_byte(*cursor_, chars::FLOAT_SUFFIX)) ++cursor_;
     if (dot) return make(token, FLOAT, start);
@@ -213,7 +213,7 @@ void Lexer::lex_float(Token& token, const char* start, bool has_integer_part) {
 }
 
 void Lexer::lex_word(Token& token, const char* start) {
-    while (chars::is_byte(*cursor_, chars::IDENT_PART)) ++cursor_;
+    cursor_ = skip(cursor_, chars::IDENT_PART);
     return make(token, classify_word(std::string_view(start, cursor_)), start);
 }
 

@@ -5,12 +5,14 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "diagnostics/diagnostics.hpp"
+#include "frontend/char_class.hpp"
 #include "frontend/text_store.hpp"
 #include "frontend/token_stream.hpp"
 
@@ -66,6 +68,12 @@ private:
     void lex_line_comment(Token& token, const char* start);
     void lex_string(Token& token, const char* start);
     const char* closing_quote(const char* from) const;
+    // The first byte from `from` on that is not in class `cls`. The scan runs on a local
+    // pointer: a loop that moved cursor_ itself would store it at every byte.
+    static const char* skip(const char* from, std::uint8_t cls) {
+        while (chars::is_byte(*from, cls)) ++from;
+        return from;
+    }
     // The first `c` in [from, to), or `to`.
     static const char* find(const char* from, const char* to, char c) {
         const void* found = std::memchr(from, c, static_cast<std::size_t>(to - from));

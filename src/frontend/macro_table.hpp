@@ -43,12 +43,14 @@ public:
     // while the version stays (a removal only makes fewer names macros).
     std::uint64_t version() const { return version_; }
 
-private:
     // Most identifiers name no macro. A bit per first byte and length (lengths from 63 share
     // a bit) rules out most of them before a hash is computed; removals leave their bits.
+    // False only for a name that is no macro.
     bool may_name(std::string_view name) const {
         return !name.empty() && (shapes_[static_cast<unsigned char>(name[0])] >> shape_bit(name)) & 1;
     }
+
+private:
     static unsigned shape_bit(std::string_view name) { return name.size() < 63 ? static_cast<unsigned>(name.size()) : 63; }
 
     struct Hash {

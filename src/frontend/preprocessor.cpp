@@ -66,7 +66,7 @@ void Preprocessor::deliver(bool significant, Token& token) {
                 std::optional<Token> result = directive();
                 if (!result || (significant && !collecting && is_blank(*result))) continue;
                 token = *result;
-            } else if (token.is(IDENTIFIER) && expand(token, true)) {
+            } else if (token.is(IDENTIFIER) && macros_.may_name(token.text()) && expand(token, true)) {
                 continue;
             }
         } catch (...) {
@@ -311,7 +311,7 @@ bool Preprocessor::expand(const Token& name, bool apply_operators) {
         if (!sources_.peek(true).is(LEFT_BRACKET)) return false;
         while (!take().is(LEFT_BRACKET)) {
         }
-        const MacroArguments arguments = collect_arguments(apply_operators);
+        const MacroArguments arguments = collect_arguments(apply_operators, macro->parameters.size());
         if (arguments.size() != macro->parameters.size()) reporter_.fail(messages::parameter_count_mismatch);
         expansion = MacroSubstitution(*macro, arguments, limits_, *made_texts_, reporter_).run(apply_operators);
     } else if (apply_operators && macro->body->has_operators()) {
@@ -368,9 +368,10 @@ void Preprocessor::check_held() const {
 }
 
 // arguments : [ argument { ',' argument } ] ')'   — commas inside parentheses do not split
-MacroArguments Preprocessor::collect_arguments(bool apply_operators) {
+MacroArguments Preprocessor::collect_arguments(bool apply_operators, std::size_t expected) {
     NestingLevel level(*this);
     MacroArguments arguments;
+    arguments.reserve(expected);
     arguments.emplace_back(limits_.held_tokens());
     int depth = 0;
     while (!sources_.peek(false).is(END_OF_FILE)) {

@@ -62,7 +62,7 @@ private:
     bool expand(const Token& name, bool apply_operators);
     bool take_over_body(const Token& name, TokenSequence& body);
     bool names_no_macro(const TokenSequence& tokens) const;
-    MacroArguments collect_arguments(bool apply_operators);
+    MacroArguments collect_arguments(bool apply_operators, std::size_t expected);
     void charge(std::size_t produced);
     void check_held() const;
 

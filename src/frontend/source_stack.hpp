@@ -106,7 +106,7 @@ private:
     bool read_past_blanks(Lexer& lexer, Token& token) {
         std::size_t skipped = 0;
         lexer.read_past_blanks(token, skipped);
-        limits_.read_from_source(skipped + token_count(token));
+        limits_.read_from_source(skipped + 1);  // the token is no blank run
         return taken_from_file(token);
     }
     bool taken_from_file(const Token& token) {

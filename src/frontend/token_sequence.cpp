@@ -81,6 +81,12 @@ void TokenSequence::append(const TokenSequence& other) {
     has_operators_ = has_operators_ || other.has_operators_;
 }
 
+std::size_t TokenSequence::size() const {
+    std::size_t size = 0;
+    for (const Span& span : spans_) size += span.end - span.begin;
+    return size;
+}
+
 void TokenSequence::add_span(Span span) {
     spans_.push_back(std::move(span));
     ++*tally_;

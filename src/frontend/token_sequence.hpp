@@ -36,6 +36,7 @@ public:
         --*tally_;
     }
     void append(std::span<const Token> tokens);
+    void reserve(std::size_t size) { tokens_.reserve(size); }
     // Puts `front` before the tokens held; `front` is left empty.
     void prepend(TokenBlock&& front);
     // Drops blank tokens (blanks, line ends, comments) at both ends.
@@ -84,6 +85,8 @@ public:
     void trim_blanks();
 
     const std::vector<Span>& spans() const { return spans_; }
+    // The number of tokens, each run of blanks one.
+    std::size_t size() const;
     bool empty() const { return spans_.empty(); }
     const Token& back() const { return spans_.back().tokens().back(); }
     // The tokens as the expansion budget counts them (a blank run one per character),
