@@ -137,6 +137,7 @@ const Case cases[] = {
                                     "STRING() WHITESPACE( ) STRING(/*x*/) END_OF_FILE()"},
     {"\"a\nb\" c\nd", "STRING(a\\nb) WHITESPACE( ) IDENTIFIER(c) NEWLINE(\\n) 2:IDENTIFIER(d) END_OF_FILE()"},
     {"\"open\\\"", "STRING(open\\\") END_OF_FILE()"},
+    {"\"open\\", "STRING(open\\) END_OF_FILE()"},
     // Words: the first keyword set that holds one decides, case-sensitively.
     {"VARIABLE IF MAX_VALUE7 TRUE", "EDDL_KEYWORD(VARIABLE) WHITESPACE( ) EDDL_KEYWORD(IF) WHITESPACE( ) "
                                     "EDDL_KEYWORD(MAX_VALUE7) WHITESPACE( ) EDDL_KEYWORD(TRUE) END_OF_FILE()"},
