@@ -73,7 +73,7 @@ double cpu_seconds() {
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
 }
 
-double count_lines(const std::string& text) {
+double count_lines(std::string_view text) {
     const auto newlines = static_cast<double>(std::count(text.begin(), text.end(), '\n'));
     return newlines + (!text.empty() && text.back() != '\n' ? 1 : 0);
 }
@@ -84,10 +84,10 @@ double count_lines(const std::string& text) {
 std::size_t lex_file(const std::string& path, const std::vector<std::string>& include_paths, edd::Diagnostics& sink,
                      Source& source) {
     edd::InputFiles files;
-    std::optional<std::string> text = files.read(path);
+    std::optional<edd::SourceText> text = files.read_source(path);
     if (!text) return 0;
-    source.bytes += static_cast<double>(text->size());
-    source.lines += count_lines(*text);
+    source.bytes += static_cast<double>(text->view().size());
+    source.lines += count_lines(text->view());
     ++source.files;
     edd::Lexer lexer(edd::Lexer::FromText{}, std::move(*text), path, sink);
     std::size_t tokens = 0;
@@ -132,7 +132,7 @@ bool stage_lexer(const StageInput& input, Source& source, double& tokens, Keep&)
 // the file cannot be read.
 std::shared_ptr<edd::Preprocessor> open_preprocessor(const StageInput& input, edd::Diagnostics& diagnostics,
                                                      edd::InputFiles& files, Keep& keep) {
-    std::optional<std::string> text = files.read(input.options.input_file);
+    std::optional<edd::SourceText> text = files.read_source(input.options.input_file);
     if (!text) return nullptr;
     auto lexer = std::make_shared<edd::Lexer>(edd::Lexer::FromText{}, std::move(*text), input.options.input_file,
                                               diagnostics);

@@ -116,7 +116,7 @@ int report(Findings& findings, const std::string& input, std::ostream& out) {
 // Everything after the command line; exceptions escaping it are the caller's.
 int check(const CheckerOptions& options, std::ostream& out, Diagnostics& diagnostics) {
     InputFiles files;
-    std::optional<std::string> source = files.read(options.input_file);
+    std::optional<SourceText> source = files.read_source(options.input_file);
     if (!source) {
         diagnostics.standard_error(format_message(messages::could_not_open_input, {options.input_file}));
         return checker_status::not_checked;

@@ -201,7 +201,7 @@ int write_outputs(const Options& options, const InputFiles& files, Diagnostics& 
 // `doing` says what the run is doing, for a report of running out of memory.
 int convert(Options& options, InputFiles& files, Diagnostics& diagnostics, Cleanup cleanup, std::string& doing) {
     doing = format_message(messages::doing_parse, {options.input_file});
-    std::optional<std::string> source = files.read(options.input_file);
+    std::optional<SourceText> source = files.read_source(options.input_file);
     if (!source) {
         diagnostics.line(failure(messages::failed_to_open_input, options.input_file));
         return exit_status::file_not_opened;

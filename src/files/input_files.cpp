@@ -40,47 +40,99 @@ platform::Handle open_input(const std::string& name, std::string& path) {
     return file;
 }
 
-// Reads to the end, at most `limit` bytes. A regular file comes into a text of its size and
-// one byte more, which sees the end without growing. Anything after that (a file that
-// grew, a pipe, a device) comes in blocks joined at the end, so that a source that never
-// ends costs `limit` bytes and no copying on the way there.
-std::optional<std::string> read_all(platform::Handle file, std::size_t size, std::size_t limit, const std::string& shown,
-                                    std::string_view too_large) {
-    std::string text(size + 1, '\0');
-    std::vector<std::string> blocks;
-    std::size_t length = 0, total = 0;
-    for (;;) {
-        std::string& block = blocks.empty() ? text : blocks.back();
-        if (length == block.size()) {
-            total += length;
-            length = 0;
-            if (total > limit) throw FileTooLarge(format_message(too_large, {shown}));
-            // Mostly the one empty read at the end of a regular file: small blocks first.
-            blocks.emplace_back().resize(
-                std::min(std::clamp<std::size_t>(total, 65536, std::size_t{16} << 20), limit + 1 - total));
-            continue;
-        }
-        const platform::ReadResult result =
-            platform::read(file, block.data() + length, block.size() - length, InputFiles::stream_patience_ms,
-                           total + length == 0);
+// Reads into `into` until `size` bytes came or the source ended: the bytes read, or nothing
+// when reading failed.
+std::optional<std::size_t> read_into(platform::Handle file, char* into, std::size_t size, bool at_start,
+                                     const std::string& shown) {
+    std::size_t length = 0;
+    while (length < size) {
+        const platform::ReadResult result = platform::read(file, into + length, size - length,
+                                                           InputFiles::stream_patience_ms, at_start && length == 0);
         if (result.status == platform::ReadStatus::failed) return std::nullopt;
         if (result.status == platform::ReadStatus::stalled)
             throw FileTooLarge(format_message(messages::stream_stalled, {shown}));
         if (result.status == platform::ReadStatus::end) break;
         length += result.bytes;
     }
-    if (total + length > limit) throw FileTooLarge(format_message(too_large, {shown}));
-    if (blocks.empty()) {
-        text.resize(length);
-        return text;
+    return length;
+}
+
+// What comes after `text` (from a file that grew while it was read, a pipe, a device) comes
+// in blocks joined at the end, so that a source that never ends costs `limit` bytes and no
+// copying on the way there.
+std::optional<std::string> read_rest(platform::Handle file, std::string text, std::size_t limit,
+                                     const std::string& shown, std::string_view too_large) {
+    std::vector<std::string> blocks;
+    std::size_t total = text.size();
+    for (;;) {
+        if (total > limit) throw FileTooLarge(format_message(too_large, {shown}));
+        // Mostly the one empty read at the end of a regular file: small blocks first.
+        const std::size_t wanted =
+            std::min(std::clamp<std::size_t>(total, 65536, std::size_t{16} << 20), limit + 1 - total);
+        std::string& block = blocks.emplace_back(wanted, '\0');
+        const std::optional<std::size_t> length = read_into(file, block.data(), wanted, total == 0, shown);
+        if (!length) return std::nullopt;
+        block.resize(*length);
+        total += *length;
+        if (*length < wanted) break;
     }
-    blocks.back().resize(length);
-    text.reserve(total + length);
+    if (total > limit) throw FileTooLarge(format_message(too_large, {shown}));
+    text.reserve(total);
     for (std::string& block : blocks) {
         text += block;
         std::string().swap(block);  // freed at once: the text takes its place
     }
     return text;
+}
+
+// Room for a file read into a string of its own.
+struct StringRoom {
+    std::string text;
+    char* take(std::size_t size) {
+        text.resize(size);
+        return text.data();
+    }
+    std::string finish(std::size_t length) {
+        text.resize(length);
+        return std::move(text);
+    }
+};
+
+// Room for a source, whose text is kept for the run: not cleared before it is read over.
+struct SourceRoom {
+    SourceTextRoom& texts;
+    SourceTextRoom::Room taken{};
+    char* take(std::size_t size) {
+        taken = texts.take(size);
+        return taken.bytes;
+    }
+    SourceText finish(std::size_t length) {
+        taken.bytes[length] = '\0';
+        return SourceText(std::move(taken.owner), taken.bytes, length);
+    }
+};
+
+// The bytes of `name` (`shown` in messages), with the name it was opened by in `path`. A
+// regular file is read into room of its size and one byte more, which sees the end without
+// growing; one that grew meanwhile goes on in blocks. A pipe or device, whose size nobody
+// knows, comes in blocks from the start.
+template <class Room>
+auto read_file(const std::string& name, const std::string& shown, Room& room, std::string& path, platform::FileId& id)
+    -> std::optional<decltype(room.finish(0))> {
+    const OpenFile file(open_input(name, path));
+    if (!file.is_open()) return std::nullopt;
+    const std::optional<platform::FileInfo> info = platform::file_info(file.get());
+    if (!info || info->kind == platform::FileKind::directory) return std::nullopt;
+    id = info->id;
+    if (info->kind != platform::FileKind::regular)
+        return read_rest(file.get(), std::string(), InputFiles::max_stream_size, shown, messages::stream_too_large);
+    if (info->size > InputFiles::max_size) throw FileTooLarge(format_message(messages::file_too_large, {shown}));
+    const auto size = static_cast<std::size_t>(info->size);
+    char* bytes = room.take(size + 1);
+    const std::optional<std::size_t> length = read_into(file.get(), bytes, size + 1, true, shown);
+    if (!length) return std::nullopt;
+    if (*length <= size) return room.finish(*length);
+    return read_rest(file.get(), std::string(bytes, *length), InputFiles::max_size, shown, messages::file_too_large);
 }
 
 }  // namespace
@@ -111,20 +163,20 @@ std::optional<platform::FileInfo> InputFiles::inspect(const std::string& name) {
 }
 
 std::optional<std::string> InputFiles::read(const std::string& name, const std::string& shown) {
+    StringRoom room;
     std::string path;
-    const OpenFile file(open_input(name, path));
-    if (!file.is_open()) return std::nullopt;
-    const std::optional<platform::FileInfo> info = platform::file_info(file.get());
-    if (!info || info->kind == platform::FileKind::directory) return std::nullopt;
-    const std::string& named = shown.empty() ? name : shown;
-    std::optional<std::string> text;
-    if (info->kind == platform::FileKind::regular) {
-        if (info->size > max_size) throw FileTooLarge(format_message(messages::file_too_large, {named}));
-        text = read_all(file.get(), static_cast<std::size_t>(info->size), max_size, named, messages::file_too_large);
-    } else {
-        text = read_all(file.get(), 0, max_stream_size, named, messages::stream_too_large);
-    }
-    if (text) record(name, platform::disk_spelling(path), info->id);
+    platform::FileId id;
+    std::optional<std::string> text = read_file(name, shown.empty() ? name : shown, room, path, id);
+    if (text) record(name, platform::disk_spelling(path), id);
+    return text;
+}
+
+std::optional<SourceText> InputFiles::read_source(const std::string& name) {
+    SourceRoom room{texts_};
+    std::string path;
+    platform::FileId id;
+    std::optional<SourceText> text = read_file(name, name, room, path, id);
+    if (text) record(name, platform::disk_spelling(path), id);
     return text;
 }
 

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "files/platform.hpp"
+#include "files/source_text.hpp"
 
 namespace edd {
 
@@ -42,6 +43,9 @@ public:
     // The bytes of a file; nothing when it cannot be opened or read (a directory, say).
     // Throws FileTooLarge beyond the bounds, naming the file `shown` (by default `name`).
     std::optional<std::string> read(const std::string& name, const std::string& shown = std::string());
+    // The same for a source the lexer reads, whose tokens point into it for the rest of the
+    // run: read into room that is not cleared first.
+    std::optional<SourceText> read_source(const std::string& name);
     // The file can be opened for reading and is not a directory.
     static bool readable(const std::string& name);
     // Of the file read(name) would read; nothing when it cannot be opened.
@@ -73,6 +77,7 @@ private:
         std::function<void()> when_read;
     };
     std::vector<Watch> watches_;
+    SourceTextRoom texts_;
 };
 
 }  // namespace edd

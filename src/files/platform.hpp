@@ -80,6 +80,14 @@ void remove(const char* path) noexcept;
 // The permission bits a new file gets (0666 less the umask on POSIX).
 std::uint32_t new_file_mode();
 
+// ---- Memory -----------------------------------------------------------------------------
+
+// `size` bytes, uninitialised, for data kept to the end of a run. A size of whole huge pages
+// (2 MiB) is mapped on huge-page boundaries and offered huge pages where the system has
+// them; any other size comes from the heap. Throws std::bad_alloc.
+void* allocate_chunk(std::size_t size);
+void free_chunk(void* memory, std::size_t size) noexcept;
+
 // ---- The process ------------------------------------------------------------------------
 
 // Standard output and error carry bytes as they are ("\n" stays "\n"); an interrupted run

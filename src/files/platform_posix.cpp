@@ -2,13 +2,16 @@
 // The file and process interfaces on POSIX systems.
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdint>
 #include <cstdlib>
+#include <new>
 
 #include "files/platform.hpp"
 
@@ -29,6 +32,8 @@ FileInfo info_of(const struct stat& status) {
     info.mode = static_cast<std::uint32_t>(status.st_mode & 07777);
     return info;
 }
+
+constexpr std::size_t huge_page = std::size_t{2} << 20;
 
 int fd_of(Handle file) { return static_cast<int>(file); }
 
@@ -154,6 +159,29 @@ std::uint32_t new_file_mode() {
     const mode_t mask = ::umask(0);
     ::umask(mask);
     return 0666 & ~mask;
+}
+
+// A page fault for every 4 KiB of a large description costs more than reading or building
+// it: whole huge pages are offered huge pages.
+void* allocate_chunk(std::size_t size) {
+    if (size % huge_page != 0) return ::operator new(size);
+    void* mapped = mmap(nullptr, size + huge_page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapped == MAP_FAILED) throw std::bad_alloc();
+    const auto start = reinterpret_cast<std::uintptr_t>(mapped);
+    const std::uintptr_t aligned = (start + huge_page - 1) & ~(huge_page - 1);
+    // The mapping is one huge page longer than the chunk: what lies before and after the
+    // aligned chunk goes back (the part after is never empty).
+    if (aligned > start) munmap(mapped, aligned - start);
+    munmap(reinterpret_cast<void*>(aligned + size), start + huge_page - aligned);
+#ifdef MADV_HUGEPAGE
+    madvise(reinterpret_cast<void*>(aligned), size, MADV_HUGEPAGE);  // advice only
+#endif
+    return reinterpret_cast<void*>(aligned);
+}
+
+void free_chunk(void* memory, std::size_t size) noexcept {
+    if (size % huge_page != 0) ::operator delete(memory);
+    else munmap(memory, size);
 }
 
 void prepare_process(void (*cleanup)() noexcept) {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <new>
 #include <string>
 
 #include "files/platform.hpp"
@@ -221,6 +222,12 @@ void remove(const char* path) noexcept {
 }
 
 std::uint32_t new_file_mode() { return 0; }
+
+// Windows gives large pages only to privileged processes: chunks come from the heap,
+// uninitialised; a page is cleared when first touched.
+void* allocate_chunk(std::size_t size) { return ::operator new(size); }
+
+void free_chunk(void* memory, std::size_t) noexcept { ::operator delete(memory); }
 
 void prepare_process(void (*cleanup)() noexcept) {
     interrupt_cleanup = cleanup;

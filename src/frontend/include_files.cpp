@@ -18,8 +18,8 @@ IncludeFiles::Found IncludeFiles::find(std::string_view name) {
             found.text = known->second;
             return found;
         }
-        if (auto text = files_.read(found.path)) {
-            found.text = std::make_shared<const std::string>(std::move(*text));
+        if (auto text = files_.read_source(found.path)) {
+            found.text = std::make_shared<const SourceText>(std::move(*text));
             texts_.emplace(found.path, found.text);
             return found;
         }

@@ -22,7 +22,7 @@ public:
 
     struct Found {
         std::string path;  // the include path, "/" and the name
-        std::shared_ptr<const std::string> text;  // null when no path has the file
+        std::shared_ptr<const SourceText> text;  // null when no path has the file
         bool runaway = false;  // the first candidate on the way was part of a runaway chain
     };
     // Throws FileTooLarge for a file beyond the reading bound.
@@ -34,7 +34,7 @@ public:
 private:
     std::vector<std::string> paths_;
     InputFiles& files_;
-    std::unordered_map<std::string, std::shared_ptr<const std::string>> texts_;
+    std::unordered_map<std::string, std::shared_ptr<const SourceText>> texts_;
     std::unordered_set<std::string> runaway_;
 };
 

@@ -10,11 +10,11 @@
 
 namespace edd {
 
-Lexer::Lexer(FromText, std::string text, std::string_view file_name, Diagnostics& diagnostics)
-    : Lexer(FromText{}, std::make_shared<const std::string>(std::move(text)), file_name, diagnostics,
+Lexer::Lexer(FromText, SourceText text, std::string_view file_name, Diagnostics& diagnostics)
+    : Lexer(FromText{}, std::make_shared<const SourceText>(std::move(text)), file_name, diagnostics,
             std::make_shared<TextStore>()) {}
 
-Lexer::Lexer(FromText, std::shared_ptr<const std::string> text, std::string_view file_name, Diagnostics& diagnostics,
+Lexer::Lexer(FromText, std::shared_ptr<const SourceText> text, std::string_view file_name, Diagnostics& diagnostics,
              std::shared_ptr<TextStore> made_texts)
     : source_(std::move(text)),
       made_texts_(std::move(made_texts)),
@@ -31,7 +31,7 @@ Lexer Lexer::from_text(std::string text, std::string_view file_name, Diagnostics
 // own, so any of them, in order, is dropped at the start.
 void Lexer::start() {
     // A byte 0xFF reads as the end-of-input value, so the text ends before the first one.
-    const std::string& text = *source_;
+    const std::string_view text = source_->view();
     cursor_ = text.data();
     end_ = cursor_ + std::min(text.find('\xFF'), text.size());
     for (const int mark_byte : {0xEF, 0xBB, 0xBF})

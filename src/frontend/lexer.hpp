@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "diagnostics/diagnostics.hpp"
+#include "files/source_text.hpp"
 #include "frontend/char_class.hpp"
 #include "frontend/text_store.hpp"
 #include "frontend/token_stream.hpp"
@@ -22,10 +23,10 @@ class Lexer final : public TokenStream {
 public:
     // A source read whole beforehand; `file_name` is stamped on its tokens and messages.
     struct FromText {};
-    Lexer(FromText, std::string text, std::string_view file_name, Diagnostics& diagnostics);
+    Lexer(FromText, SourceText text, std::string_view file_name, Diagnostics& diagnostics);
     // A source shared with others (a file included many times is read once), its made
     // texts kept in `made_texts` (the including preprocessor's).
-    Lexer(FromText, std::shared_ptr<const std::string> text, std::string_view file_name, Diagnostics& diagnostics,
+    Lexer(FromText, std::shared_ptr<const SourceText> text, std::string_view file_name, Diagnostics& diagnostics,
           std::shared_ptr<TextStore> made_texts);
     static Lexer from_text(std::string text, std::string_view file_name, Diagnostics& diagnostics);
 
@@ -85,10 +86,10 @@ private:
     void take_integer_suffix();
     void skip_after_backslash();
 
-    // The byte at end_ is the string's terminating NUL or a 0xFF, both outside every
+    // The byte at end_ is the text's terminating NUL or a 0xFF, both outside every
     // character class, so scanning loops that stop at a byte outside their class need no
     // bounds test; a NUL inside the text is told apart from the end by its position.
-    std::shared_ptr<const std::string> source_;
+    std::shared_ptr<const SourceText> source_;
     std::shared_ptr<TextStore> made_texts_;
     const char* cursor_ = nullptr;  // the next byte to read
     const char* end_ = nullptr;

@@ -171,9 +171,9 @@ std::shared_ptr<const Parser::ImportedFile> Parser::imported_file(const std::str
 // The imported file is converted on its own, with the same include paths, profile and
 // diagnostics; its problems count as ours.
 ItemTable Parser::parse_imported_file(const std::string& path) {
-    std::optional<std::string> text;
+    std::optional<SourceText> text;
     try {
-        text = files_.read(path);
+        text = files_.read_source(path);
     } catch (const FileTooLarge& e) {
         fatal(e.what());
     }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The files a run reads: a pipe ("tarnwick /dev/stdin") is read in blocks joined at the
 // end, and gives what was sent; each file is recorded once, under the name it was first
-// read by (for messages) and the name it was opened by (for the dependency file).
+// read by (for messages) and the name it was opened by (for the dependency file). A source
+// text outlives the files that read it and ends in the NUL the lexer stops at.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -41,6 +42,30 @@ TEST(InputFiles, PipesWholeAndEachFileOnce) {
     EXPECT_EQ(files.dependencies(), (std::vector<std::string>{pipe, dir.str() + "/lib/Defs.h"}));
     ASSERT_NE(files.find(dir.str() + "/lib/../lib/Defs.h"), nullptr);
     EXPECT_EQ(*files.find(dir.str() + "/lib/../lib/Defs.h"), windows);
+}
+
+TEST(InputFiles, SourceTextsOutliveTheirReading) {
+    const test::TempDir dir;
+    // Small ones come from the heap; large ones share chunks until one is full.
+    const std::vector<std::size_t> sizes = {0, 100, 70'000, 20'000'000, 20'000'000, 300'000};
+    std::vector<std::string> written;
+    std::vector<SourceText> texts;
+    {
+        InputFiles files;
+        for (std::size_t i = 0; i < sizes.size(); ++i) {
+            std::string text(sizes[i], static_cast<char>('a' + i));
+            if (!text.empty()) text.back() = 'z';
+            const std::string name(1, static_cast<char>('a' + i));
+            dir.write(name, text);
+            written.push_back(std::move(text));
+            texts.push_back(*files.read_source(dir.str() + "/" + name));
+        }
+    }
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_TRUE(texts[i].view() == written[i]);
+        EXPECT_EQ(texts[i].view().data()[sizes[i]], '\0');
+    }
 }
 
 }  // namespace
