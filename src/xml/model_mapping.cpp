@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // How items, attributes, members and every value kind become elements. The frame around
 // them is in xml_writer.cpp.
+#include <charconv>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -27,14 +28,68 @@ void write_scalar(XmlOutput& out, std::string_view element, const Value& value) 
     out.open_line(element).text(static_cast<const SimpleValue&>(value).text()).close();
 }
 
+// The source form of a value as Value::to_string gives it, appended to `text`. The kinds
+// conditions and expressions are made of are put together here, without a string of their
+// own per part.
+void append_source_text(std::string& text, const Value& value) {
+    switch (value.kind()) {
+    case ValueKind::UNDEFINED: return;
+    case ValueKind::STRING:
+        text += '"';
+        text += static_cast<const SimpleValue&>(value).text();
+        text += '"';
+        return;
+    case ValueKind::DICTIONARY_REFERENCE:
+        text += '[';
+        text += static_cast<const SimpleValue&>(value).text();
+        text += ']';
+        return;
+    case ValueKind::INTEGER:
+    case ValueKind::FLOAT:
+    case ValueKind::KEYWORD:
+    case ValueKind::IDENTIFIER:
+    case ValueKind::OPERATOR:
+    case ValueKind::DATA_MASK: text += static_cast<const SimpleValue&>(value).text(); return;
+    case ValueKind::EXPRESSION:
+        for (const ValuePtr& part : static_cast<const Expression&>(value).parts()) {
+            append_source_text(text, *part);
+            text += ' ';
+        }
+        return;
+    case ValueKind::REFERENCE: {
+        const auto& reference = static_cast<const ReferenceValue&>(value);
+        text += reference.name();
+        if (!reference.has_argument()) return;
+        text += '(';
+        append_source_text(text, *reference.argument());
+        text += ')';
+        return;
+    }
+    case ValueKind::TYPE:
+    case ValueKind::VALUE_LIST:
+    case ValueKind::CODE:
+    case ValueKind::IF_CONDITIONAL:
+    case ValueKind::SELECT_CONDITIONAL:
+    case ValueKind::COMPOSED:
+    case ValueKind::METHOD_CALL:
+    case ValueKind::PARAMETER:
+    case ValueKind::CASE: text += value.to_string(); return;
+    }
+}
+
 // Conditions, case labels, code and expressions render with separating blanks and line
 // breaks at their ends; the document carries them without.
-std::string trimmed_text(const Value& value) {
+std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t\n\r";
-    const std::string text = value.to_string();
     const auto first = text.find_first_not_of(blanks);
-    if (first == std::string::npos) return std::string();
+    if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::string_view source_text(XmlOutput& out, const Value& value) {
+    std::string& text = out.scratch();
+    append_source_text(text, value);
+    return trimmed(text);
 }
 
 // TRANSACTION lists of COMMANDs, and response_code lists of RESPONSE_CODES, give one
@@ -49,7 +104,7 @@ bool is_repeated(const Item& item, AttributeId id, const Value& value) {
 void write_transaction_number(XmlOutput& out, const Value& value) {
     if (value.kind() != ValueKind::COMPOSED) return;
     const auto& composed = static_cast<const ComposedValue&>(value);
-    if (composed.contains("number")) out.attribute("number", composed.value("number")->to_string());
+    if (composed.contains("number")) out.attribute("number", source_text(out, *composed.value("number")));
 }
 
 }  // namespace
@@ -121,11 +176,13 @@ void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
         if (!list.name().empty()) out.close();
         return;
     }
-    case ValueKind::CODE:
-    case ValueKind::EXPRESSION:
-    case ValueKind::METHOD_CALL:
-        out.open_line(value.kind() == ValueKind::CODE ? "code" : "expression").text(trimmed_text(value)).close();
+    case ValueKind::CODE: {
+        const std::string code = value.to_string();
+        out.open_line("code").text(trimmed(code)).close();
         return;
+    }
+    case ValueKind::EXPRESSION:
+    case ValueKind::METHOD_CALL: out.open_line("expression").text(source_text(out, value)).close(); return;
     case ValueKind::IF_CONDITIONAL: write_if(out, static_cast<const IfConditional&>(value)); return;
     case ValueKind::SELECT_CONDITIONAL: write_select(out, static_cast<const SelectConditional&>(value)); return;
     case ValueKind::COMPOSED: {
@@ -163,14 +220,18 @@ void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
 // same depth. Readers of the document rely on that layout.
 void XML_Writer::write_type(XmlOutput& out, const TypeValue& type) const {
     out.open_line(type.name());
-    if (type.size() != 0) out.attribute("size", std::to_string(type.size()));
+    if (type.size() != 0) {
+        char digits[24];
+        const char* const end = std::to_chars(digits, digits + sizeof digits, type.size()).ptr;
+        out.attribute("size", std::string_view(digits, static_cast<std::size_t>(end - digits)));
+    }
     out.close();
     for (const Attribute& member : type.attributes()) write_member(out, member);
     for (const ValuePtr& entry : type.values()) write_value(out, *entry);
 }
 
 void XML_Writer::write_if(XmlOutput& out, const IfConditional& choice) const {
-    out.open_block("IF").attribute("condition", trimmed_text(choice.condition()));
+    out.open_block("IF").attribute("condition", source_text(out, choice.condition()));
     write_value(out, choice.then_value());
     if (choice.has_else()) {
         out.open_block("ELSE");
@@ -181,10 +242,10 @@ void XML_Writer::write_if(XmlOutput& out, const IfConditional& choice) const {
 }
 
 void XML_Writer::write_select(XmlOutput& out, const SelectConditional& choice) const {
-    out.open_block("SELECT").attribute("condition", trimmed_text(choice.selector()));
+    out.open_block("SELECT").attribute("condition", source_text(out, choice.selector()));
     for (std::size_t i = 0; i < choice.case_count(); ++i) {
         const SelectConditional::Case& branch = choice.case_at(i);
-        out.open_block("CASE").attribute("value", trimmed_text(branch.label()));
+        out.open_block("CASE").attribute("value", source_text(out, branch.label()));
         write_value(out, branch.value());
         out.close();
     }

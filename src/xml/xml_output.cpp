@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xml/xml_output.hpp"
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cassert>
 #include <cstdint>
 #include <cstring>
@@ -10,6 +12,10 @@
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
 #include "xml/document_text.hpp"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace edd {
 
@@ -71,7 +77,7 @@ bool is_xml_name(std::string_view text) {
 // ---- Escaping --------------------------------------------------------------------------
 // '&', '<' and '>' in text; '&', '<' and '"' in attribute values, and there tab, line feed
 // and carriage return as "&#NN;" too, so that a reader gives them back as they were. A byte
-// the text rule may change (above 0x7F, a control) sends the whole text through it first.
+// the text rule may change (above 0x7F, a control) sends the rest of the text through it.
 
 constexpr unsigned char in_text = 1, in_attribute = 2, not_plain = 4;
 constexpr auto escapes = [] {
@@ -85,9 +91,41 @@ constexpr auto escapes = [] {
     return t;
 }();
 
+// The length of the plain start of `bytes`: the place of the first byte that may need an
+// escape or the text rule, or `size`. It may read up to 15 bytes past the end. The vector
+// form finds a superset of the bytes (every control and byte above 0x7F); the caller
+// decides by the table.
+#if defined(__SSE2__)
+std::size_t plain_length(const char* bytes, std::size_t size, bool attribute) {
+    const __m128i below = _mm_set1_epi8(0x20);  // as signed bytes: controls and every byte above 0x7F
+    const __m128i ampersand = _mm_set1_epi8('&');
+    const __m128i less = _mm_set1_epi8('<');
+    const __m128i last = _mm_set1_epi8(attribute ? '"' : '>');
+    for (std::size_t at = 0; at < size; at += 16) {
+        const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + at));
+        const __m128i found = _mm_or_si128(_mm_or_si128(_mm_cmplt_epi8(x, below), _mm_cmpeq_epi8(x, ampersand)),
+                                           _mm_or_si128(_mm_cmpeq_epi8(x, less), _mm_cmpeq_epi8(x, last)));
+        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(found));
+        if (mask != 0) return std::min(size, at + static_cast<std::size_t>(std::countr_zero(mask)));
+    }
+    return size;
+}
+#else
+std::size_t plain_length(const char* bytes, std::size_t size, bool attribute) {
+    const unsigned char stop = (attribute ? in_attribute : in_text) | not_plain;
+    for (std::size_t at = 0; at < size; ++at)
+        if (escapes[static_cast<unsigned char>(bytes[at])] & stop) return at;
+    return size;
+}
+#endif
+
 }  // namespace
 
-XmlOutput::XmlOutput(Deliver deliver) : deliver_(std::move(deliver)), buffer_(new char[capacity]) {}
+XmlOutput::XmlOutput(Deliver deliver)
+    : deliver_(std::move(deliver)),
+      buffer_(new char[capacity + scan_slack]()),
+      at_(buffer_.get()),
+      end_(buffer_.get() + capacity) {}
 
 void XmlOutput::put_slow(std::string_view bytes) {
     flush();
@@ -95,55 +133,107 @@ void XmlOutput::put_slow(std::string_view bytes) {
         deliver_(bytes);
         return;
     }
-    std::memcpy(buffer_.get(), bytes.data(), bytes.size());
-    used_ = bytes.size();
+    at_ = copy(at_, bytes.data(), bytes.size());
 }
 
 void XmlOutput::flush() {
-    if (used_ != 0) deliver_(std::string_view(buffer_.get(), used_));
-    used_ = 0;
+    char* const start = buffer_.get();
+    if (at_ != start) deliver_(std::string_view(start, static_cast<std::size_t>(at_ - start)));
+    at_ = start;
 }
 
-// Plain runs are copied in one piece; only the few characters that need it are replaced.
-// The text rule is the exception: the ASCII before the first byte it may change reads the
-// same either way, so only the rest goes through it.
+// Each piece is copied whole and then looked at where it landed, so that the look may read
+// past its end; only the bytes that need it are replaced. The text rule is the exception:
+// the ASCII before the first byte it may change reads the same either way, so only the rest
+// goes through it.
 void XmlOutput::put_escaped(std::string_view bytes, bool attribute) {
     const unsigned char context = attribute ? in_attribute : in_text;
     unsigned char stop = context | not_plain;
     std::string converted;
-    std::size_t run = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const auto c = static_cast<unsigned char>(bytes[i]);
-        if ((escapes[c] & stop) == 0) continue;
-        put(bytes.substr(run, i - run));
-        if (escapes[c] & stop & not_plain) {
-            converted = to_document_text(bytes.substr(i));
-            bytes = converted;
-            stop = context;
-            run = 0;
-            i = static_cast<std::size_t>(-1);
+    while (!bytes.empty()) {
+        const std::size_t piece = std::min(bytes.size(), capacity);
+        char* const to = room(piece);
+        copy(to, bytes.data(), piece);
+        const std::size_t plain = plain_length(to, piece, attribute);
+        at_ = to + plain;
+        if (plain == piece) {
+            bytes.remove_prefix(piece);
             continue;
         }
-        run = i + 1;
-        switch (c) {
-        case '&': put("&amp;"); break;
-        case '<': put("&lt;"); break;
-        case '>': put("&gt;"); break;
-        case '"': put("&quot;"); break;
-        default: {
-            const char reference[] = {'&', '#', static_cast<char>('0' + c / 10), static_cast<char>('0' + c % 10), ';'};
-            put(std::string_view(reference, sizeof reference));
+        const auto c = static_cast<unsigned char>(bytes[plain]);
+        const unsigned char kind = escapes[c] & stop;
+        if (kind & not_plain) {
+            converted = to_document_text(bytes.substr(plain));
+            bytes = converted;
+            stop = context;
+            continue;
         }
+        bytes.remove_prefix(plain + 1);
+        if (kind == 0) {  // plain here after all, and already in place
+            ++at_;
+            continue;
         }
+        put_escape(c);
     }
-    put(bytes.substr(run));
+}
+
+void XmlOutput::put_escape(unsigned char c) {
+    switch (c) {
+    case '&': put("&amp;"); return;
+    case '<': put("&lt;"); return;
+    case '>': put("&gt;"); return;
+    case '"': put("&quot;"); return;
+    default: {
+        const char reference[] = {'&', '#', static_cast<char>('0' + c / 10), static_cast<char>('0' + c % 10), ';'};
+        put(std::string_view(reference, sizeof reference));
+    }
+    }
 }
 
 void XmlOutput::declaration() { put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"); }
 
-void XmlOutput::deep_line_break(std::size_t depth) {
+void XmlOutput::put_line_break(std::size_t depth) {
     put('\n');
     for (std::size_t i = 0; i < depth; ++i) put(std::string_view(blanks, indentation));
+}
+
+XmlOutput& XmlOutput::open_slow(std::string_view name, Layout layout) {
+    bool converted = false;
+    if (!is_valid_name(name)) {
+        name = converted_name(name);
+        converted = true;
+    }
+    end_start_tag();
+    if (layout != Layout::inline_ && !open_.empty()) put_line_break(open_.size());
+    put('<');
+    put(name);
+    open_.push_back({name, layout, converted, true});
+    start_tag_open_ = true;
+    return *this;
+}
+
+void XmlOutput::close_slow(const Open& element) {
+    if (start_tag_open_ && element.layout != Layout::block) {
+        put("/>");
+        start_tag_open_ = false;
+    } else {
+        end_start_tag();
+        if (element.layout == Layout::block) put_line_break(open_.size());
+        put("</");
+        put(element.name);
+        put('>');
+        if (open_.empty()) put('\n');  // the document ends with a line end
+    }
+    if (element.converted) converted_names_.pop_back();
+}
+
+XmlOutput& XmlOutput::long_attribute(std::string_view name, std::string_view value) {
+    put(' ');
+    put(name);
+    put("=\"");
+    put_escaped(value, true);
+    put('"');
+    return *this;
 }
 
 bool XmlOutput::is_plain_name(std::string_view name) { return is_ascii_xml_name(name); }

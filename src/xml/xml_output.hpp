@@ -3,7 +3,9 @@
 // It owns everything about the bytes: the open elements, indentation (four blanks per
 // level), escaping and the text rule by which every model string becomes document text.
 // The caller says only what to write. The per-element steps are inline: a document has an
-// element for every value.
+// element for every value. Each step makes room for all its bytes at once and writes them
+// through a local cursor, so the bytes it stores need not be followed by reloads of the
+// writer's own fields.
 #pragma once
 
 #include <array>
@@ -45,9 +47,13 @@ public:
     // Only right after opening an element.
     XmlOutput& attribute(std::string_view name, std::string_view value) {
         assert(start_tag_open_);
-        put(' ');
-        put(name);
-        put("=\"");
+        if (name.size() > short_text) return long_attribute(name, value);
+        char* at = room(name.size() + 3);
+        *at++ = ' ';
+        at = copy_short(at, name);
+        *at++ = '=';
+        *at++ = '"';
+        at_ = at;
         put_escaped(value, true);
         put('"');
         return *this;
@@ -62,21 +68,34 @@ public:
         assert(!open_.empty());
         const Open element = open_.back();
         open_.pop_back();
-        if (start_tag_open_ && element.layout != Layout::block) {
-            put("/>");
+        if (element.slow) return close_slow(element);
+        char* at = room(1 + line_room + 2 + short_text + 2);
+        if (start_tag_open_) {
             start_tag_open_ = false;
-        } else {
-            end_start_tag();
-            if (element.layout == Layout::block) line_break(open_.size());
-            put("</");
-            put(element.name);
-            put('>');
-            if (open_.empty()) put('\n');  // the document ends with a line end
+            if (element.layout != Layout::block) {
+                at[0] = '/';
+                at[1] = '>';
+                at_ = at + 2;
+                return;
+            }
+            *at++ = '>';
         }
-        if (element.converted) converted_names_.pop_back();
+        if (element.layout == Layout::block) at = line_break(at, open_.size());
+        *at++ = '<';
+        *at++ = '/';
+        at = copy_short(at, element.name);
+        *at++ = '>';
+        if (open_.empty()) *at++ = '\n';  // the document ends with a line end
+        at_ = at;
     }
     // Hands on what is buffered; the document is complete when every element is closed.
     void flush();
+    // An empty string to put a text together in before it is written (the source form of a
+    // condition, say): one for the whole document spares an allocation per text.
+    std::string& scratch() {
+        scratch_.clear();
+        return scratch_;
+    }
 
 private:
     enum class Layout : unsigned char { block, line, inline_ };
@@ -84,19 +103,18 @@ private:
         std::string_view name;  // the caller's text, or the last of converted_names_
         Layout layout;
         bool converted;
+        bool slow;  // opened the slow way: see open_slow
     };
 
     XmlOutput& open(std::string_view name, Layout layout) {
-        bool converted = false;
-        if (!is_valid_name(name)) {
-            name = converted_name(name);
-            converted = true;
-        }
-        end_start_tag();
-        if (layout != Layout::inline_ && !open_.empty()) line_break(open_.size());
-        put('<');
-        put(name);
-        open_.push_back({name, layout, converted});
+        if (name.size() > short_text || open_.size() > max_line_depth || !is_valid_name(name))
+            return open_slow(name, layout);
+        char* at = room(1 + line_room + 1 + short_text);
+        if (start_tag_open_) *at++ = '>';
+        if (layout != Layout::inline_ && !open_.empty()) at = line_break(at, open_.size());
+        *at++ = '<';
+        at_ = copy_short(at, name);
+        open_.push_back({name, layout, false, false});
         start_tag_open_ = true;
         return *this;
     }
@@ -110,43 +128,81 @@ private:
         return true;
     }
     static bool is_plain_name(std::string_view name);
+    // The rare cases, byte by byte: names the text rule changes or that are long, and
+    // elements deeper than one run of blanks can indent.
+    XmlOutput& open_slow(std::string_view name, Layout layout);
+    void close_slow(const Open& element);
+    void put_line_break(std::size_t depth);
     std::string_view converted_name(std::string_view name);
+    XmlOutput& long_attribute(std::string_view name, std::string_view value);
     void end_start_tag() {
         if (!start_tag_open_) return;
         put('>');
         start_tag_open_ = false;
     }
-    // Up to sixteen levels, the blanks are copied in one fixed-size piece from a run of
-    // blanks longer than needed: the buffer keeps room for it, and only `count` are kept.
-    void line_break(std::size_t depth) {
-        const std::size_t count = depth * indentation;
-        if (count > sizeof blanks - 1) return deep_line_break(depth);
-        if (capacity - used_ < sizeof blanks) flush();
-        buffer_[used_] = '\n';
-        std::memcpy(buffer_.get() + used_ + 1, blanks, sizeof blanks - 1);
-        used_ += count + 1;
+    // The cursor, after making room for `size` bytes; `size` is at most `capacity`.
+    char* room(std::size_t size) {
+        if (size > static_cast<std::size_t>(end_ - at_)) flush();
+        return at_;
     }
-    void deep_line_break(std::size_t depth);
+    // A line end and the blanks of `depth` levels, copied in one fixed-size piece from a
+    // run of blanks longer than needed: room() was asked for line_room, and only the
+    // blanks needed are kept.
+    static char* line_break(char* at, std::size_t depth) {
+        *at = '\n';
+        std::memcpy(at + 1, blanks, sizeof blanks - 1);
+        return at + 1 + depth * indentation;
+    }
     void put(std::string_view bytes) {
-        if (bytes.size() > capacity - used_) return put_slow(bytes);
-        if (bytes.empty()) return;  // an empty view may have no data at all, which memcpy must not see
-        std::memcpy(buffer_.get() + used_, bytes.data(), bytes.size());
-        used_ += bytes.size();
+        if (bytes.size() > static_cast<std::size_t>(end_ - at_)) return put_slow(bytes);
+        at_ = copy(at_, bytes.data(), bytes.size());
     }
     void put(char c) {
-        if (used_ == capacity) flush();
-        buffer_[used_++] = c;
+        room(1);
+        *at_++ = c;
     }
     void put_slow(std::string_view bytes);
     void put_escaped(std::string_view text, bool in_attribute);
+    void put_escape(unsigned char c);
+    static char* copy_short(char* to, std::string_view text) { return copy(to, text.data(), text.size()); }
+    // Names and values are mostly short: two overlapping moves copy them without a call.
+    static char* copy(char* to, const char* from, std::size_t size) {
+        if (size >= 8) {
+            if (size > 32) {
+                std::memcpy(to, from, size);
+            } else if (size > 16) {
+                std::memcpy(to, from, 16);
+                std::memcpy(to + size - 16, from + size - 16, 16);
+            } else {
+                std::memcpy(to, from, 8);
+                std::memcpy(to + size - 8, from + size - 8, 8);
+            }
+        } else if (size >= 4) {
+            std::memcpy(to, from, 4);
+            std::memcpy(to + size - 4, from + size - 4, 4);
+        } else if (size != 0) {  // an empty view may have no data at all
+            to[0] = from[0];
+            to[size / 2] = from[size / 2];
+            to[size - 1] = from[size - 1];
+        }
+        return to + size;
+    }
 
     static constexpr std::size_t capacity = std::size_t{1} << 16;
     static constexpr std::size_t indentation = 4;  // blanks per level
     static constexpr char blanks[] = "                                                                ";
+    static constexpr std::size_t line_room = sizeof blanks;  // a line end and the blanks
+    static constexpr std::size_t max_line_depth = (sizeof blanks - 1) / indentation;
+    // Names up to this size go the inline way.
+    static constexpr std::size_t short_text = 128;
+    // Room behind the buffer that escaping may read (never write) past its text.
+    static constexpr std::size_t scan_slack = 16;
     Deliver deliver_;
     std::unique_ptr<char[]> buffer_;
-    std::size_t used_ = 0;
+    char* at_;
+    char* end_;
     std::vector<Open> open_;
+    std::string scratch_;
     std::deque<std::string> converted_names_;  // names the text rule changed, innermost last; they stay put
     bool start_tag_open_ = false;
     // Names found valid as they stand, by a hash of their place.
