@@ -24,7 +24,8 @@ namespace edd {
 
 namespace {
 
-void write_scalar(XmlOutput& out, std::string_view element, const Value& value) {
+template <std::size_t N>
+[[gnu::noinline]] void write_scalar(XmlOutput& out, const char (&element)[N], const Value& value) {
     out.open_line(element).text(static_cast<const SimpleValue&>(value).text()).close();
 }
 
@@ -92,6 +93,33 @@ std::string_view source_text(XmlOutput& out, const Value& value) {
     return trimmed(text);
 }
 
+template <std::size_t N, std::size_t M>
+[[gnu::noinline]] void write_empty(XmlOutput& out, const char (&element)[N], const char (&attribute)[M],
+                                   const Value& value) {
+    out.open_line(element).attribute(attribute, static_cast<const SimpleValue&>(value).text()).close();
+}
+
+[[gnu::noinline]] void write_keyword(XmlOutput& out, const Value& value) {
+    out.open_line(static_cast<const SimpleValue&>(value).text()).close();
+}
+
+[[gnu::noinline]] void write_code(XmlOutput& out, const Value& value) {
+    const std::string code = value.to_string();
+    out.open_line("code").text(trimmed(code)).close();
+}
+
+[[gnu::noinline]] void write_expression(XmlOutput& out, const Value& value) {
+    out.open_line("expression").text(source_text(out, value)).close();
+}
+
+[[gnu::noinline]] void write_parameter(XmlOutput& out, const ParameterValue& parameter) {
+    const bool by_reference = parameter.mode() == ParameterMode::CALL_BY_REFERENCE;
+    out.open_line(parameter.type().element)
+        .attribute("call_by_reference", by_reference ? "true" : "false")
+        .text(parameter.name())
+        .close();
+}
+
 // TRANSACTION lists of COMMANDs, and response_code lists of RESPONSE_CODES, give one
 // element per entry rather than one for the list.
 bool is_repeated(const Item& item, AttributeId id, const Value& value) {
@@ -151,69 +179,55 @@ void XML_Writer::write_member(XmlOutput& out, const Attribute& member) const {
     out.close();
 }
 
+// A dispatch only: each kind's steps are a call of their own, so that the small ones do
+// not pay for the registers the largest one needs.
 void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
     switch (value.kind()) {
     case ValueKind::UNDEFINED:
     case ValueKind::OPERATOR:
     case ValueKind::CASE: return;
-    case ValueKind::STRING: write_string(out, static_cast<const SimpleValue&>(value).text(), true); return;
-    case ValueKind::INTEGER: write_scalar(out, "integer", value); return;
-    case ValueKind::FLOAT: write_scalar(out, "float", value); return;
-    case ValueKind::DATA_MASK: write_scalar(out, "data_item_mask", value); return;
-    case ValueKind::IDENTIFIER:
-        out.open_line("reference").attribute("ref", static_cast<const SimpleValue&>(value).text()).close();
-        return;
-    case ValueKind::DICTIONARY_REFERENCE:
-        // The text itself is listed once, under USED_DICT_KEYS.
-        out.open_line("string").attribute("dictref", static_cast<const SimpleValue&>(value).text()).close();
-        return;
-    case ValueKind::KEYWORD: out.open_line(static_cast<const SimpleValue&>(value).text()).close(); return;
-    case ValueKind::TYPE: write_type(out, static_cast<const TypeValue&>(value)); return;
-    case ValueKind::VALUE_LIST: {
-        const auto& list = static_cast<const ValueList&>(value);
-        if (!list.name().empty()) out.open_block(list.name());
-        for (const ValuePtr& entry : list.items()) write_value(out, *entry);
-        if (!list.name().empty()) out.close();
-        return;
-    }
-    case ValueKind::CODE: {
-        const std::string code = value.to_string();
-        out.open_line("code").text(trimmed(code)).close();
-        return;
-    }
+    case ValueKind::STRING: return write_string(out, static_cast<const SimpleValue&>(value).text(), true);
+    case ValueKind::INTEGER: return write_scalar(out, "integer", value);
+    case ValueKind::FLOAT: return write_scalar(out, "float", value);
+    case ValueKind::DATA_MASK: return write_scalar(out, "data_item_mask", value);
+    case ValueKind::IDENTIFIER: return write_empty(out, "reference", "ref", value);
+    // The text itself is listed once, under USED_DICT_KEYS.
+    case ValueKind::DICTIONARY_REFERENCE: return write_empty(out, "string", "dictref", value);
+    case ValueKind::KEYWORD: return write_keyword(out, value);
+    case ValueKind::TYPE: return write_type(out, static_cast<const TypeValue&>(value));
+    case ValueKind::VALUE_LIST: return write_list(out, static_cast<const ValueList&>(value));
+    case ValueKind::CODE: return write_code(out, value);
     case ValueKind::EXPRESSION:
-    case ValueKind::METHOD_CALL: out.open_line("expression").text(source_text(out, value)).close(); return;
-    case ValueKind::IF_CONDITIONAL: write_if(out, static_cast<const IfConditional&>(value)); return;
-    case ValueKind::SELECT_CONDITIONAL: write_select(out, static_cast<const SelectConditional&>(value)); return;
-    case ValueKind::COMPOSED: {
-        const auto& composed = static_cast<const ComposedValue&>(value);
-        if (!composed.name().empty()) out.open_block(composed.name());
-        for (const Attribute& member : composed.attributes()) write_member(out, member);
-        if (!composed.name().empty()) out.close();
-        return;
-    }
-    case ValueKind::REFERENCE: {
-        const auto& reference = static_cast<const ReferenceValue&>(value);
-        if (!reference.has_argument()) {
-            out.open_line("reference").attribute("ref", reference.name()).close();
-            return;
-        }
-        out.open_block("reference").attribute("ref", reference.name());
-        write_value(out, *reference.argument());
-        out.close();
-        return;
-    }
-    case ValueKind::PARAMETER: {
-        const auto& parameter = static_cast<const ParameterValue&>(value);
-        const bool by_reference = parameter.mode() == ParameterMode::CALL_BY_REFERENCE;
-        out.open_line(parameter.type().element)
-            .attribute("call_by_reference", by_reference ? "true" : "false")
-            .text(parameter.name())
-            .close();
-        return;
-    }
+    case ValueKind::METHOD_CALL: return write_expression(out, value);
+    case ValueKind::IF_CONDITIONAL: return write_if(out, static_cast<const IfConditional&>(value));
+    case ValueKind::SELECT_CONDITIONAL: return write_select(out, static_cast<const SelectConditional&>(value));
+    case ValueKind::COMPOSED: return write_composed(out, static_cast<const ComposedValue&>(value));
+    case ValueKind::REFERENCE: return write_reference(out, static_cast<const ReferenceValue&>(value));
+    case ValueKind::PARAMETER: return write_parameter(out, static_cast<const ParameterValue&>(value));
     }
     // A kind code outside the enumeration writes nothing, like the kinds that have no element.
+}
+
+void XML_Writer::write_list(XmlOutput& out, const ValueList& list) const {
+    if (!list.name().empty()) out.open_block(list.name());
+    for (const ValuePtr& entry : list.items()) write_value(out, *entry);
+    if (!list.name().empty()) out.close();
+}
+
+void XML_Writer::write_composed(XmlOutput& out, const ComposedValue& composed) const {
+    if (!composed.name().empty()) out.open_block(composed.name());
+    for (const Attribute& member : composed.attributes()) write_member(out, member);
+    if (!composed.name().empty()) out.close();
+}
+
+void XML_Writer::write_reference(XmlOutput& out, const ReferenceValue& reference) const {
+    if (!reference.has_argument()) {
+        out.open_line("reference").attribute("ref", reference.name()).close();
+        return;
+    }
+    out.open_block("reference").attribute("ref", reference.name());
+    write_value(out, *reference.argument());
+    out.close();
 }
 
 // The type element stays empty: its members and values follow it in the parent, at the

@@ -103,7 +103,7 @@ std::size_t plain_length(const char* bytes, std::size_t size, bool attribute) {
     const __m128i last = _mm_set1_epi8(attribute ? '"' : '>');
     for (std::size_t at = 0; at < size; at += 16) {
         const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + at));
-        const __m128i found = _mm_or_si128(_mm_or_si128(_mm_cmplt_epi8(x, below), _mm_cmpeq_epi8(x, ampersand)),
+        const __m128i found = _mm_or_si128(_mm_or_si128(_mm_cmpgt_epi8(below, x), _mm_cmpeq_epi8(x, ampersand)),
                                            _mm_or_si128(_mm_cmpeq_epi8(x, less), _mm_cmpeq_epi8(x, last)));
         const auto mask = static_cast<unsigned>(_mm_movemask_epi8(found));
         if (mask != 0) return std::min(size, at + static_cast<std::size_t>(std::countr_zero(mask)));
@@ -142,11 +142,21 @@ void XmlOutput::flush() {
     at_ = start;
 }
 
-// Each piece is copied whole and then looked at where it landed, so that the look may read
-// past its end; only the bytes that need it are replaced. The text rule is the exception:
-// the ASCII before the first byte it may change reads the same either way, so only the rest
-// goes through it.
+// The text is copied whole and then looked at where it landed, so that the look may read
+// past its end; most texts need nothing more.
 void XmlOutput::put_escaped(std::string_view bytes, bool attribute) {
+    if (bytes.size() > capacity) return put_escaped_rest(bytes, attribute);
+    char* const to = room(bytes.size());
+    copy(to, bytes.data(), bytes.size());
+    const std::size_t plain = plain_length(to, bytes.size(), attribute);
+    at_ = to + plain;
+    if (plain != bytes.size()) put_escaped_rest(bytes.substr(plain), attribute);
+}
+
+// Piece by piece as above; only the bytes that need it are replaced. The text rule is the
+// exception: the ASCII before the first byte it may change reads the same either way, so
+// only the rest goes through it.
+void XmlOutput::put_escaped_rest(std::string_view bytes, bool attribute) {
     const unsigned char context = attribute ? in_attribute : in_text;
     unsigned char stop = context | not_plain;
     std::string converted;
@@ -207,7 +217,8 @@ XmlOutput& XmlOutput::open_slow(std::string_view name, Layout layout) {
     if (layout != Layout::inline_ && !open_.empty()) put_line_break(open_.size());
     put('<');
     put(name);
-    open_.push_back({name, layout, converted, true});
+    // Names come from inputs of at most 1 GiB: the size fits.
+    open_.push_back({name.data(), static_cast<std::uint32_t>(name.size()), layout, converted, true});
     start_tag_open_ = true;
     return *this;
 }
@@ -220,7 +231,7 @@ void XmlOutput::close_slow(const Open& element) {
         end_start_tag();
         if (element.layout == Layout::block) put_line_break(open_.size());
         put("</");
-        put(element.name);
+        put(element.name_view());
         put('>');
         if (open_.empty()) put('\n');  // the document ends with a line end
     }

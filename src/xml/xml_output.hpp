@@ -38,12 +38,25 @@ public:
     //
     // An element on a line of its own whose children each stand on their own lines; it
     // closes on a line of its own too, even when it has no children.
-    XmlOutput& open_block(std::string_view name) { return open(name, Layout::block); }
+    XmlOutput& open_block(std::string_view name) { return open(name, Layout::block, false); }
     // An element on a line of its own that holds text or inline elements, or nothing (then
     // it closes itself: <NAME/>).
-    XmlOutput& open_line(std::string_view name) { return open(name, Layout::line); }
+    XmlOutput& open_line(std::string_view name) { return open(name, Layout::line, false); }
     // An element that stays on its parent's line.
-    XmlOutput& open_inline(std::string_view name) { return open(name, Layout::inline_); }
+    XmlOutput& open_inline(std::string_view name) { return open(name, Layout::inline_, false); }
+    // The program's own names, given as literals, are valid as they stand.
+    template <std::size_t N>
+    XmlOutput& open_block(const char (&name)[N]) {
+        return open({name, N - 1}, Layout::block, true);
+    }
+    template <std::size_t N>
+    XmlOutput& open_line(const char (&name)[N]) {
+        return open({name, N - 1}, Layout::line, true);
+    }
+    template <std::size_t N>
+    XmlOutput& open_inline(const char (&name)[N]) {
+        return open({name, N - 1}, Layout::inline_, true);
+    }
     // Only right after opening an element.
     XmlOutput& attribute(std::string_view name, std::string_view value) {
         assert(start_tag_open_);
@@ -83,7 +96,7 @@ public:
         if (element.layout == Layout::block) at = line_break(at, open_.size());
         *at++ = '<';
         *at++ = '/';
-        at = copy_short(at, element.name);
+        at = copy(at, element.name, element.size);
         *at++ = '>';
         if (open_.empty()) *at++ = '\n';  // the document ends with a line end
         at_ = at;
@@ -99,22 +112,26 @@ public:
 
 private:
     enum class Layout : unsigned char { block, line, inline_ };
-    struct Open {
-        std::string_view name;  // the caller's text, or the last of converted_names_
+    struct Open {  // sixteen bytes: the depth is the stack's size
+        const char* name;  // the caller's text, or the last of converted_names_
+        std::uint32_t size;
         Layout layout;
         bool converted;
         bool slow;  // opened the slow way: see open_slow
+        std::string_view name_view() const { return {name, size}; }
     };
 
-    XmlOutput& open(std::string_view name, Layout layout) {
-        if (name.size() > short_text || open_.size() > max_line_depth || !is_valid_name(name))
+    // Inline everywhere, though the compiler would rather not: a call per element costs
+    // more than the element's own bytes.
+    [[gnu::always_inline]] XmlOutput& open(std::string_view name, Layout layout, bool valid) {
+        if (name.size() > short_text || open_.size() > max_line_depth || !(valid || is_valid_name(name)))
             return open_slow(name, layout);
         char* at = room(1 + line_room + 1 + short_text);
         if (start_tag_open_) *at++ = '>';
         if (layout != Layout::inline_ && !open_.empty()) at = line_break(at, open_.size());
         *at++ = '<';
         at_ = copy_short(at, name);
-        open_.push_back({name, layout, false, false});
+        open_.push_back({name.data(), static_cast<std::uint32_t>(name.size()), layout, false, false});
         start_tag_open_ = true;
         return *this;
     }
@@ -163,6 +180,7 @@ private:
     }
     void put_slow(std::string_view bytes);
     void put_escaped(std::string_view text, bool in_attribute);
+    void put_escaped_rest(std::string_view text, bool in_attribute);
     void put_escape(unsigned char c);
     static char* copy_short(char* to, std::string_view text) { return copy(to, text.data(), text.size()); }
     // Names and values are mostly short: two overlapping moves copy them without a call.

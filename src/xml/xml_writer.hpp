@@ -22,9 +22,12 @@
 namespace edd {
 
 struct Attribute;
+class ComposedValue;
 class IfConditional;
+class ReferenceValue;
 class SelectConditional;
 class TypeValue;
+class ValueList;
 class XmlOutput;
 
 class XML_Writer {
@@ -73,6 +76,9 @@ private:
     void write_member(XmlOutput& out, const Attribute& member) const;
     void write_value(XmlOutput& out, const Value& value) const;
     void write_type(XmlOutput& out, const TypeValue& type) const;
+    void write_list(XmlOutput& out, const ValueList& list) const;
+    void write_composed(XmlOutput& out, const ComposedValue& composed) const;
+    void write_reference(XmlOutput& out, const ReferenceValue& reference) const;
     void write_if(XmlOutput& out, const IfConditional& choice) const;
     void write_select(XmlOutput& out, const SelectConditional& choice) const;
 
