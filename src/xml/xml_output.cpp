@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cassert>
 #include <cstdint>
 #include <cstring>
@@ -12,10 +11,6 @@
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
 #include "xml/document_text.hpp"
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 namespace edd {
 
@@ -91,35 +86,16 @@ constexpr auto escapes = [] {
     return t;
 }();
 
-// The length of the plain start of `bytes`: the place of the first byte that may need an
-// escape or the text rule, or `size`. It may read up to 15 bytes past the end. The vector
-// form finds a superset of the bytes (every control and byte above 0x7F); the caller
-// decides by the table.
-#if defined(__SSE2__)
-std::size_t plain_length(const char* bytes, std::size_t size, bool attribute) {
-    const __m128i below = _mm_set1_epi8(0x20);  // as signed bytes: controls and every byte above 0x7F
-    const __m128i ampersand = _mm_set1_epi8('&');
-    const __m128i less = _mm_set1_epi8('<');
-    const __m128i last = _mm_set1_epi8(attribute ? '"' : '>');
-    for (std::size_t at = 0; at < size; at += 16) {
-        const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + at));
-        const __m128i found = _mm_or_si128(_mm_or_si128(_mm_cmpgt_epi8(below, x), _mm_cmpeq_epi8(x, ampersand)),
-                                           _mm_or_si128(_mm_cmpeq_epi8(x, less), _mm_cmpeq_epi8(x, last)));
-        const auto mask = static_cast<unsigned>(_mm_movemask_epi8(found));
-        if (mask != 0) return std::min(size, at + static_cast<std::size_t>(std::countr_zero(mask)));
-    }
-    return size;
-}
-#else
-std::size_t plain_length(const char* bytes, std::size_t size, bool attribute) {
+}  // namespace
+
+#if !defined(__SSE2__)
+std::size_t XmlOutput::plain_length(const char* bytes, std::size_t size, bool attribute) {
     const unsigned char stop = (attribute ? in_attribute : in_text) | not_plain;
     for (std::size_t at = 0; at < size; ++at)
         if (escapes[static_cast<unsigned char>(bytes[at])] & stop) return at;
     return size;
 }
 #endif
-
-}  // namespace
 
 XmlOutput::XmlOutput(Deliver deliver)
     : deliver_(std::move(deliver)),
@@ -142,20 +118,9 @@ void XmlOutput::flush() {
     at_ = start;
 }
 
-// The text is copied whole and then looked at where it landed, so that the look may read
-// past its end; most texts need nothing more.
-void XmlOutput::put_escaped(std::string_view bytes, bool attribute) {
-    if (bytes.size() > capacity) return put_escaped_rest(bytes, attribute);
-    char* const to = room(bytes.size());
-    copy(to, bytes.data(), bytes.size());
-    const std::size_t plain = plain_length(to, bytes.size(), attribute);
-    at_ = to + plain;
-    if (plain != bytes.size()) put_escaped_rest(bytes.substr(plain), attribute);
-}
-
-// Piece by piece as above; only the bytes that need it are replaced. The text rule is the
-// exception: the ASCII before the first byte it may change reads the same either way, so
-// only the rest goes through it.
+// Piece by piece, as put_escaped does it; only the bytes that need it are replaced. The
+// text rule is the exception: the ASCII before the first byte it may change reads the same
+// either way, so only the rest goes through it.
 void XmlOutput::put_escaped_rest(std::string_view bytes, bool attribute) {
     const unsigned char context = attribute ? in_attribute : in_text;
     unsigned char stop = context | not_plain;

@@ -8,7 +8,9 @@
 // writer's own fields.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
@@ -19,6 +21,10 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace edd {
 
@@ -179,8 +185,39 @@ private:
         *at_++ = c;
     }
     void put_slow(std::string_view bytes);
-    void put_escaped(std::string_view text, bool in_attribute);
-    void put_escaped_rest(std::string_view text, bool in_attribute);
+    // The text is copied whole and then looked at where it landed, so that the look may
+    // read past its end; most texts need nothing more.
+    void put_escaped(std::string_view bytes, bool attribute) {
+        if (bytes.size() > capacity) return put_escaped_rest(bytes, attribute);
+        char* const to = room(bytes.size());
+        copy(to, bytes.data(), bytes.size());
+        const std::size_t plain = plain_length(to, bytes.size(), attribute);
+        at_ = to + plain;
+        if (plain != bytes.size()) put_escaped_rest(bytes.substr(plain), attribute);
+    }
+    void put_escaped_rest(std::string_view bytes, bool attribute);
+    // The length of the plain start of `bytes`: the place of the first byte that may need
+    // an escape or the text rule, or `size`. It may read up to 15 bytes past the end. The
+    // vector form finds a superset of those bytes (every control and byte above 0x7F);
+    // put_escaped_rest decides by its table.
+#if defined(__SSE2__)
+    static std::size_t plain_length(const char* bytes, std::size_t size, bool attribute) {
+        const __m128i below = _mm_set1_epi8(0x20);  // as signed bytes: controls and every byte above 0x7F
+        const __m128i ampersand = _mm_set1_epi8('&');
+        const __m128i less = _mm_set1_epi8('<');
+        const __m128i last = _mm_set1_epi8(attribute ? '"' : '>');
+        for (std::size_t at = 0; at < size; at += 16) {
+            const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + at));
+            const __m128i found = _mm_or_si128(_mm_or_si128(_mm_cmpgt_epi8(below, x), _mm_cmpeq_epi8(x, ampersand)),
+                                               _mm_or_si128(_mm_cmpeq_epi8(x, less), _mm_cmpeq_epi8(x, last)));
+            const auto mask = static_cast<unsigned>(_mm_movemask_epi8(found));
+            if (mask != 0) return std::min(size, at + static_cast<std::size_t>(std::countr_zero(mask)));
+        }
+        return size;
+    }
+#else
+    static std::size_t plain_length(const char* bytes, std::size_t size, bool attribute);
+#endif
     void put_escape(unsigned char c);
     static char* copy_short(char* to, std::string_view text) { return copy(to, text.data(), text.size()); }
     // Names and values are mostly short: two overlapping moves copy them without a call.
