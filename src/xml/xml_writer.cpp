@@ -36,42 +36,38 @@ constexpr IdentificationField identification_fields[] = {
     {"MANUFACTURER_EXT", &Identification::manufacturer_ext},
 };
 
-// Items are sorted by the first sixteen bytes of their names, as numbers kept beside them,
-// and only on a tie by the whole names: most names differ there, though names with a common
-// prefix ("ch0551_value", "ch0551_unit") are the rule. Zero padding and big-endian numbers
-// keep byte order.
+// Items are sorted by the first eight bytes of their names, as numbers kept beside them,
+// and only on a tie by the whole names. Zero padding and big-endian numbers keep byte order.
 struct ByName {
-    std::uint64_t head[2];
+    std::uint64_t head;
     const Item* item;
 };
 
-std::uint64_t name_head(std::string_view name, std::size_t from) {
+std::uint64_t name_head(std::string_view name) {
     std::uint64_t value = 0;
-    for (std::size_t i = from; i < from + 8; ++i)
+    for (std::size_t i = 0; i < 8; ++i)
         value = (value << 8) | (i < name.size() ? static_cast<unsigned char>(name[i]) : 0u);
     return value;
 }
 
-// First by the first eight bytes, a byte a pass from the last, each pass keeping the order of
-// the one before (a pass in which every name has the same byte is skipped); then each run
-// of names alike there by the rest.
+// First by the heads, a byte a pass from the last, each pass keeping the order of the one
+// before (a pass in which every name has the same byte is skipped); then each run of names
+// with the same head ("ch0551_value", "ch0551_unit": common prefixes are the rule) by the
+// whole names.
 void sort_by_name(std::vector<ByName>& entries) {
     std::vector<ByName> sorted(entries.size());
     for (unsigned shift = 0; shift < 64; shift += 8) {
         std::array<std::size_t, 257> start{};
-        for (const ByName& entry : entries) ++start[((entry.head[0] >> shift) & 0xFF) + 1];
+        for (const ByName& entry : entries) ++start[((entry.head >> shift) & 0xFF) + 1];
         if (std::ranges::find(start, entries.size()) != start.end()) continue;
         for (std::size_t i = 1; i < start.size(); ++i) start[i] += start[i - 1];
-        for (const ByName& entry : entries) sorted[start[(entry.head[0] >> shift) & 0xFF]++] = entry;
+        for (const ByName& entry : entries) sorted[start[(entry.head >> shift) & 0xFF]++] = entry;
         entries.swap(sorted);
     }
     for (auto first = entries.begin(); first != entries.end();) {
-        const auto last = std::find_if(first, entries.end(), [&](const ByName& e) { return e.head[0] != first->head[0]; });
+        const auto last = std::find_if(first, entries.end(), [&](const ByName& e) { return e.head != first->head; });
         if (last - first > 1)
-            std::sort(first, last, [](const ByName& a, const ByName& b) {
-                if (a.head[1] != b.head[1]) return a.head[1] < b.head[1];
-                return a.item->name() < b.item->name();
-            });
+            std::sort(first, last, [](const ByName& a, const ByName& b) { return a.item->name() < b.item->name(); });
         first = last;
     }
 }
@@ -109,7 +105,7 @@ void XML_Writer::build() {
     std::vector<ByName> by_name;
     by_name.reserve(description_.items.size());
     for (const Item& item : description_.items.items())
-        by_name.push_back({{name_head(item.name(), 0), name_head(item.name(), 8)}, &item});
+        by_name.push_back({name_head(item.name()), &item});
     sort_by_name(by_name);
     items_by_name_.reserve(by_name.size());
     for (const ByName& entry : by_name) items_by_name_.push_back(entry.item);

@@ -58,8 +58,10 @@ TEST(XmlOutput, LongTextsInPieces) {
 
 TEST(XmlOutput, TextRuleFromTheFirstByteItMayChange) {
     const std::string ascii(20, 'a');
-    EXPECT_EQ(written(ascii + "<\xE9&"), "<e a=\"" + ascii + "&lt;\xC3\xA9&amp;\">" + ascii + "&lt;\xC3\xA9&amp;</e>\n");
-    EXPECT_EQ(written(ascii + "\x01\t"), "<e a=\"" + ascii + "\xEF\xBF\xBD&#09;\">" + ascii + "\xEF\xBF\xBD\t</e>\n");
+    EXPECT_EQ(written(ascii + "<\xE9&"),
+              "<e a=\"" + ascii + "&lt;\xC3\xA9&amp;\">" + ascii + "&lt;\xC3\xA9&amp;</e>\n");
+    EXPECT_EQ(written(ascii + "\x01\t"),
+              "<e a=\"" + ascii + "\xEF\xBF\xBD&#09;\">" + ascii + "\xEF\xBF\xBD\t</e>\n");
 }
 
 }  // namespace
