@@ -24,6 +24,10 @@ public:
     explicit AttributeList(std::pmr::memory_resource* resource, std::size_t expected = 4) : entries_(resource) {
         entries_.reserve(expected);
     }
+    // Exactly `entries`, whose names must last as long as the list (a text of the program's
+    // own or of the arena).
+    AttributeList(std::pmr::memory_resource* resource, std::span<const Attribute> entries)
+        : entries_(entries.begin(), entries.end(), resource) {}
 
     // Replaces the first entry of the same name in place, else appends; the name is copied
     // (a keyword is shared with the keyword table).

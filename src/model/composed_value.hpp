@@ -21,6 +21,12 @@ public:
     template <std::size_t N>
     ComposedValue(Arena& arena, const char (&name)[N], std::size_t expected = 4)
         : Value(ValueKind::COMPOSED), name_(name, N - 1), attributes_(arena.resource(), expected) {}
+    // With room for exactly `attributes`, which hold a name at most once each; their names
+    // and `name` must last as long as the arena (texts of the program's own or of the arena).
+    ComposedValue(Arena& arena, std::string_view name, std::span<const Attribute> attributes)
+        : Value(ValueKind::COMPOSED), name_(name), attributes_(arena.resource(), attributes) {
+        for (const Attribute& attribute : attributes) take_keys_of(attribute.value);
+    }
 
     ValuePtr clone(Arena& arena) const override;
     std::string to_string() const override;

@@ -30,8 +30,20 @@ public:
         ValuePtr value;
     };
 
-    Item(Arena& arena, ItemType type, std::string_view name, Position origin)
-        : type_(type), name_(arena.copy(name)), origin_(origin), slots_(arena.resource()) {}
+    // The attributes go to `slots`, by default the arena. A reader that does not know how
+    // many an item sets gathers them elsewhere and keeps the copy below, so that growing
+    // the list leaves nothing behind in the arena.
+    Item(Arena& arena, ItemType type, std::string_view name, Position origin,
+         std::pmr::memory_resource* slots = nullptr)
+        : type_(type), name_(arena.copy(name)), origin_(origin), slots_(slots != nullptr ? slots : arena.resource()) {}
+    // A copy whose attributes are in `arena`, with room for exactly them; its name and parent
+    // must be texts of `arena` already.
+    Item(const Item& other, Arena& arena)
+        : type_(other.type_),
+          name_(other.name_),
+          parent_(other.parent_),
+          origin_(other.origin_),
+          slots_(other.slots_, arena.resource()) {}
     // A copy keeps to the arena of the original (a pmr container would otherwise move to
     // the default resource).
     Item(const Item& other)
@@ -49,7 +61,7 @@ public:
     std::string_view name() const { return name_; }
     std::string_view parent() const { return parent_; }
     bool has_parent() const { return !parent_.empty(); }
-    // The name is copied into the item's arena.
+    // The name is copied to where the attributes are.
     void set_parent(std::string_view parent) { parent_ = copy_text(*slots_.get_allocator().resource(), parent); }
     Position origin() const { return origin_; }
 

@@ -4,14 +4,14 @@
 namespace edd {
 
 ValuePtr ReferenceValue::clone(Arena& arena) const {
-    auto* copy = arena.make<ReferenceValue>(name_);
+    auto* copy = arena.make<ReferenceValue>(name());
     copy->argument_ = argument_;
     return copy;
 }
 
 std::string ReferenceValue::to_string() const {
-    if (!has_argument()) return std::string(name_);
-    return std::string(name_) + '(' + argument_->to_string() + ')';
+    if (!has_argument()) return std::string(name());
+    return std::string(name()) + '(' + argument_->to_string() + ')';
 }
 
 }  // namespace edd

@@ -6,6 +6,7 @@
 // copy rules describe.
 #pragma once
 
+#include <cstdint>
 #include <set>
 #include <string>
 
@@ -41,7 +42,7 @@ private:
 
 class Value {
 public:
-    ValueKind kind() const { return kind_; }
+    ValueKind kind() const { return static_cast<ValueKind>(kind_); }
     // A copy in `arena`; what it shares with the original is each class's own rule.
     virtual ValuePtr clone(Arena& arena) const = 0;
     // EDDL-like source text.
@@ -53,7 +54,7 @@ public:
     bool has_keys() const { return has_keys_; }
 
 protected:
-    explicit Value(ValueKind kind) : kind_(kind) {}
+    explicit Value(ValueKind kind) : kind_(static_cast<std::uint8_t>(kind)) {}
     Value(const Value&) = default;
     Value& operator=(const Value&) = delete;
     ~Value() = default;  // never run: the arena goes as a whole
@@ -62,7 +63,9 @@ protected:
     void set_has_keys(bool value) { has_keys_ = value; }
 
 private:
-    ValueKind kind_;
+    // A byte each: a derived class's first 32-bit field fits in the rest of the word
+    // after the vtable pointer, which matters for the most frequent, smallest values.
+    std::uint8_t kind_;
     bool has_keys_ = false;
 };
 

@@ -10,6 +10,7 @@
 #include "model/parameter_value.hpp"
 #include "model/simple_value.hpp"
 #include "model/value_list.hpp"
+#include "parser/composed_builder.hpp"
 #include "parser/keyword_sets.hpp"
 #include "parser/list_builder.hpp"
 #include "parser/parser.hpp"
@@ -126,26 +127,26 @@ void Parser::add_enumerators(TypeValue& type, ValuePtr enumerators) {
 // enumerator : '{' value ',' description { ',' ( help | status_classes | classes | action ) } '}'
 ValuePtr Parser::parse_enumerator() {
     expect("{");
-    auto* enumerator = make<ComposedValue>("enumerator", 3);
-    enumerator->set("value", parse_conditional_expression());
+    ComposedBuilder enumerator(*this);
+    enumerator.set("value", parse_conditional_expression());
     expect(",");
-    enumerator->set("description", parse_string_value());
+    enumerator.set("description", parse_string_value());
     while (accept(",")) {
         if (at_one_of(ks::status_classes)) {
-            enumerator->set("status_class", parse_keyword_set_combination(ks::status_classes));
+            enumerator.set("status_class", parse_keyword_set_combination(ks::status_classes));
         } else if (at_one_of(ks::classes)) {
-            enumerator->set("function", parse_keyword_set_combination(ks::classes));
-        } else if ((at_kind(STRING) || at("[")) && !enumerator->contains("help")) {
-            enumerator->set("help", parse_string_value());
+            enumerator.set("function", parse_keyword_set_combination(ks::classes));
+        } else if ((at_kind(STRING) || at("[")) && !enumerator.contains("help")) {
+            enumerator.set("help", parse_string_value());
         } else if (at_kind(IDENTIFIER)) {
-            enumerator->set("action", parse_reference());
+            enumerator.set("action", parse_reference());
         } else {
             advance();
             fatal(messages::error_in_enumerator);
         }
     }
     expect("}");
-    return enumerator;
+    return enumerator.finish("enumerator");
 }
 
 // keyword_set_combination : word { '&' word } — words of one set; a list when several
@@ -162,23 +163,23 @@ ValuePtr Parser::parse_keyword_set_combination(WordSet words) {
 
 // menu_item : layout_word | string_value | reference [ menu_item_qualifiers ]
 ValuePtr Parser::parse_menu_item() {
-    auto* item = make<ComposedValue>("item", 2);
+    ComposedBuilder item(*this);
     if (at_one_of(ks::menu_layout_words)) {
         advance();
-        item->set("item_reference", make_simple(ValueKind::KEYWORD, consumed().text()));
-        return item;
+        item.set("item_reference", make_simple(ValueKind::KEYWORD, consumed().text()));
+        return item.finish("item");
     }
     if (at_kind(STRING) || at("[")) {
-        item->set("item_reference", parse_string_value());
-        return item;
+        item.set("item_reference", parse_string_value());
+        return item.finish("item");
     }
     if (!at_kind(IDENTIFIER)) {
         advance();
         fatal_at_consumed(messages::expected_reference_or_keyword);
     }
-    item->set("item_reference", parse_reference());
-    if (at("(")) item->set("qualifiers", parse_menu_item_qualifiers());
-    return item;
+    item.set("item_reference", parse_reference());
+    if (at("(")) item.set("qualifiers", parse_menu_item_qualifiers());
+    return item.finish("item");
 }
 
 // menu_item_qualifiers : '(' qualifier { ( ',' | '&' ) qualifier } ')' — a word outside the
@@ -228,45 +229,45 @@ ValuePtr Parser::parse_response_codes_attribute() {
 
 // response_code : integer_expression ',' response_code_type ',' string_value [ ',' string_value ] ';'
 ValuePtr Parser::parse_response_code() {
-    auto* code = make<ComposedValue>("response_code", 3);
-    code->set("value", parse_conditional_expression());
+    ComposedBuilder code(*this);
+    code.set("value", parse_conditional_expression());
     expect(",");
-    code->set("type", parse_one_of(ks::response_code_types));
+    code.set("type", parse_one_of(ks::response_code_types));
     expect(",");
-    code->set("description", parse_string_value());
-    if (accept(",")) code->set("help", parse_string_value());
+    code.set("description", parse_string_value());
+    if (accept(",")) code.set("help", parse_string_value());
     expect(";");
-    return code;
+    return code.finish("response_code");
 }
 
 // ---- Elements and members -----------------------------------------------------------------
 
 // element : integer_expression ',' reference ',' string_value [ ',' string_value ] ';'
 ValuePtr Parser::parse_element() {
-    auto* element = make<ComposedValue>("element", 3);
-    element->set("element_index", parse_conditional_expression());
+    ComposedBuilder element(*this);
+    element.set("element_index", parse_conditional_expression());
     expect(",");
-    element->set("element_reference", parse_reference());
+    element.set("element_reference", parse_reference());
     if (accept(",")) {
-        element->set("description", parse_string_value());
-        if (accept(",")) element->set("help", parse_string_value());
+        element.set("description", parse_string_value());
+        if (accept(",")) element.set("help", parse_string_value());
     }
     expect(";");
-    return element;
+    return element.finish("element");
 }
 
 // member : identifier ',' reference [ ',' string_value [ ',' string_value ] ] ';'
 ValuePtr Parser::parse_member() {
-    auto* member = make<ComposedValue>("member");
-    member->set("member_identifier", make_simple(ValueKind::IDENTIFIER, read_identifier(true)));
+    ComposedBuilder member(*this);
+    member.set("member_identifier", make_simple(ValueKind::IDENTIFIER, read_identifier(true)));
     expect(",");
-    member->set("member_reference", parse_reference());
+    member.set("member_reference", parse_reference());
     if (accept(",")) {
-        member->set("description", parse_string_value());
-        if (accept(",")) member->set("help", parse_string_value());
+        member.set("description", parse_string_value());
+        if (accept(",")) member.set("help", parse_string_value());
     }
     expect(";");
-    return member;
+    return member.finish("member");
 }
 
 // ---- Commands -------------------------------------------------------------------------------
@@ -274,20 +275,20 @@ ValuePtr Parser::parse_member() {
 // transaction : [ integer ] '{' REQUEST '{' data_items '}' REPLY '{' data_items '}'
 //               [ RESPONSE_CODES response_codes_attribute ] '}'
 ValuePtr Parser::parse_transaction() {
-    auto* transaction = make<ComposedValue>();
-    if (at_kind(INTEGER)) transaction->set("number", expect_integer());
+    ComposedBuilder transaction(*this);
+    if (at_kind(INTEGER)) transaction.set("number", expect_integer());
     expect("{");
     expect("REQUEST");
     expect("{");
-    transaction->set("REQUEST", parse_data_items());
+    transaction.set("REQUEST", parse_data_items());
     expect("}");
     expect("REPLY");
     expect("{");
-    transaction->set("REPLY", parse_data_items());
+    transaction.set("REPLY", parse_data_items());
     expect("}");
-    if (accept("RESPONSE_CODES")) transaction->set("RESPONSE_CODES", parse_response_codes_attribute());
+    if (accept("RESPONSE_CODES")) transaction.set("RESPONSE_CODES", parse_response_codes_attribute());
     expect("}");
-    return transaction;
+    return transaction.finish();
 }
 
 // data_items : [ conditional_data_item { [','] conditional_data_item } ] — the comma is
@@ -305,16 +306,16 @@ ValuePtr Parser::parse_data_items() {
 
 // data_item : integer | reference [ '<' integer '>' ] [ '(' keywords { ',' keywords } ')' ]
 ValuePtr Parser::parse_data_item() {
-    auto* item = make<ComposedValue>("data_item", 2);
+    ComposedBuilder item(*this);
     if (at_kind(INTEGER)) {
-        item->set("data_item_reference", expect_integer());
-        return item;
+        item.set("data_item_reference", expect_integer());
+        return item.finish("data_item");
     }
-    item->set("data_item_reference", parse_reference());
+    item.set("data_item_reference", parse_reference());
     if (accept("<")) {
         advance();
         if (consumed().is(INTEGER))
-            item->set("mask", make_simple(ValueKind::DATA_MASK, consumed().text()));
+            item.set("mask", make_simple(ValueKind::DATA_MASK, consumed().text()));
         else
             error(format_message(messages::expected_integer_but_got, {consumed().text()}));
         expect(">");
@@ -324,9 +325,9 @@ ValuePtr Parser::parse_data_item() {
         do qualifiers.add(parse_keyword_combination());
         while (accept(","));
         expect(")");
-        item->set("qualifiers", qualifiers.finish());
+        item.set("qualifiers", qualifiers.finish());
     }
-    return item;
+    return item.finish("data_item");
 }
 
 // ---- Actions ----------------------------------------------------------------------------------
@@ -394,16 +395,17 @@ ValuePtr Parser::parse_point_value() {
 
 // key_points : '{' { ( X_VALUES | Y_VALUES ) braced_points } '}'
 ValuePtr Parser::parse_key_points() {
-    auto* points = make<ComposedValue>();
+    ComposedBuilder points(*this);
     expect("{");
     while (!at("}")) {
         advance();
-        const std::string axis(consumed_word());
-        if (axis != "X_VALUES" && axis != "Y_VALUES") fatal_at_consumed(messages::expected_key_points);
-        points->set(axis, parse_braced_points());
+        constexpr std::string_view x_values = "X_VALUES", y_values = "Y_VALUES";
+        const std::string_view word = consumed_word();
+        if (word != x_values && word != y_values) fatal_at_consumed(messages::expected_key_points);
+        points.set(word == x_values ? x_values : y_values, parse_braced_points());
     }
     expect("}");
-    return points;
+    return points.finish();
 }
 
 // ---- Grids ----------------------------------------------------------------------------------------

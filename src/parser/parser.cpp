@@ -156,12 +156,13 @@ void Parser::parse_item_definition() {
             parent = read_identifier(false);
         }
     }
-    Item item(*description_.arena, type, name, origin);
-    item.set_parent(parent);
+    Item item(*description_.arena, type, name, origin, &item_slots_);
     if (!of_type.empty()) item.set_attribute(AttributeId::of_type, make_simple(ValueKind::KEYWORD, of_type));
     if (type == ItemType::METHOD && at("(")) parse_method_header(item);
     parse_item_body(item);
-    register_item(std::move(item));
+    Item kept(item, *description_.arena);
+    kept.set_parent(parent);
+    register_item(std::move(kept));
 }
 
 // method_parameters : '(' [ parameter { ',' parameter } ] ')'

@@ -9,11 +9,13 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <memory_resource>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "files/input_files.hpp"
+#include "model/attribute.hpp"
 #include "model/description.hpp"
 #include "model/type_value.hpp"
 #include "parser/parse_observer.hpp"
@@ -37,6 +39,7 @@ public:
 private:
     class ImportSet;
     class ListBuilder;
+    class ComposedBuilder;
 
     // Values are made in the description's arena.
     template <class V, class... Args>
@@ -170,6 +173,9 @@ private:
     std::shared_ptr<ImportedFiles> imported_files_ = std::make_shared<ImportedFiles>();
     std::vector<Token> code_tokens_;  // a method body being read
     std::vector<ValuePtr> list_entries_;  // the entries of the lists being read, innermost last
+    std::vector<Attribute> composed_fields_;  // the same for the structured entries being read
+    // The attributes of the item being read, until it is kept with room for exactly them.
+    std::pmr::unsynchronized_pool_resource item_slots_;
     ParseObserver* observer_ = nullptr;
 };
 
