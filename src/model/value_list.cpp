@@ -1,18 +1,47 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/value_list.hpp"
 
+#include <algorithm>
+#include <memory>
+
 namespace edd {
 
+namespace {
+
+ValuePtr* copy_items(Arena& arena, std::span<const ValuePtr> items, std::size_t room) {
+    auto* copy = static_cast<ValuePtr*>(arena.allocate(room * sizeof(ValuePtr), alignof(ValuePtr)));
+    std::ranges::uninitialized_copy(items, std::span<ValuePtr>(copy, items.size()));
+    return copy;
+}
+
+}  // namespace
+
+ValueList::ValueList(Arena& arena, std::string_view name, std::span<const ValuePtr> items) : ValueList(arena, name) {
+    if (items.empty()) return;
+    items_ = copy_items(arena, items, items.size());
+    count_ = room_ = static_cast<std::uint32_t>(items.size());
+    for (const ValuePtr& item : items) take_keys_of(item);
+}
+
+void ValueList::add(Arena& arena, ValuePtr value) {
+    take_keys_of(value);
+    if (count_ == room_) {
+        room_ = std::max<std::uint32_t>(4, 2 * room_);
+        items_ = copy_items(arena, items(), room_);
+    }
+    ::new (items_ + count_) ValuePtr(value);
+    ++count_;
+}
+
 ValuePtr ValueList::clone(Arena& arena) const {
-    auto* copy = arena.make<ValueList>(name_);
-    copy->items_.reserve(items_.size());
-    for (const ValuePtr& item : items_) copy->add(clone_of(item, arena));
+    auto* copy = arena.make<ValueList>(name(), items());
+    for (std::uint32_t i = 0; i < count_; ++i) copy->items_[i] = clone_of(items_[i], arena);
     return copy;
 }
 
 std::string ValueList::to_string() const {
     std::string text;
-    for (std::size_t i = 0; i < items_.size(); ++i) {
+    for (std::uint32_t i = 0; i < count_; ++i) {
         if (i != 0) text += ", ";
         text += items_[i]->to_string();
     }
@@ -20,7 +49,7 @@ std::string ValueList::to_string() const {
 }
 
 void ValueList::collect_dictionary_keys(KeySet& keys) const {
-    for (const ValuePtr& item : items_) collect_keys(item, keys);
+    for (const ValuePtr& item : items()) collect_keys(item, keys);
 }
 
 }  // namespace edd

@@ -3,11 +3,10 @@
 #pragma once
 
 #include <cstddef>
-#include <memory_resource>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "model/value.hpp"
 
@@ -15,28 +14,31 @@ namespace edd {
 
 class ValueList final : public Value {
 public:
-    explicit ValueList(Arena& arena, std::string_view name = {})
-        : Value(ValueKind::VALUE_LIST), name_(arena.copy(name)), items_(arena.resource()) {}
-    // A list of the given items, with room for exactly them.
-    ValueList(Arena& arena, std::string_view name, std::span<const ValuePtr> items) : ValueList(arena, name) {
-        items_.reserve(items.size());
-        for (const ValuePtr& item : items) add(item);
+    explicit ValueList(Arena& arena, std::string_view name = {}) : Value(ValueKind::VALUE_LIST) {
+        const std::string_view kept = arena.copy(name);
+        name_size_ = static_cast<std::uint32_t>(kept.size());
+        name_data_ = kept.data();
     }
+    // A list of the given items, with room for exactly them.
+    ValueList(Arena& arena, std::string_view name, std::span<const ValuePtr> items);
 
     ValuePtr clone(Arena& arena) const override;
     std::string to_string() const override;
     void collect_dictionary_keys(KeySet& keys) const override;
 
-    std::string_view name() const { return name_; }
-    void add(ValuePtr value) {
-        take_keys_of(value);
-        items_.push_back(value);
-    }
-    std::span<const ValuePtr> items() const { return items_; }
+    std::string_view name() const { return {name_data_, name_size_}; }
+    // Appends; a full list moves to `arena` with twice the room.
+    void add(Arena& arena, ValuePtr value);
+    std::span<const ValuePtr> items() const { return {items_, count_}; }
 
 private:
-    std::string_view name_;
-    std::pmr::vector<ValuePtr> items_;
+    // The count first, beside the base's fields, and the name's size beside the room: a
+    // list takes 40 bytes.
+    std::uint32_t count_ = 0;
+    std::uint32_t room_ = 0;
+    std::uint32_t name_size_;
+    const char* name_data_;
+    ValuePtr* items_ = nullptr;
 };
 
 }  // namespace edd

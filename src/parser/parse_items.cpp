@@ -80,12 +80,12 @@ void Parser::store_attribute(Item& item, AttributeId id, ValuePtr value) {
     }
     const ValuePtr& held = item.attribute(id);
     if (held->kind() == ValueKind::VALUE_LIST) {
-        static_cast<ValueList&>(*held).add(value);
+        static_cast<ValueList&>(*held).add(*description_.arena, value);
         return;
     }
     auto* list = make<ValueList>();
-    list->add(held);
-    list->add(value);
+    list->add(*description_.arena, held);
+    list->add(*description_.arena, value);
     item.set_attribute(id, list);
 }
 

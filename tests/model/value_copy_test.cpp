@@ -23,7 +23,7 @@ Arena arena;
 
 ValuePtr word(const char* text) { return arena.make<SimpleValue>(ValueKind::IDENTIFIER, text); }
 
-void grow(const Value& list) { const_cast<ValueList&>(static_cast<const ValueList&>(list)).add(word("x")); }
+void grow(const Value& list) { const_cast<ValueList&>(static_cast<const ValueList&>(list)).add(arena, word("x")); }
 
 struct Holder {
     const char* name;
@@ -38,7 +38,7 @@ const V& as(const Value& value) {
 }
 
 const Holder holders[] = {
-    {"ValueList", [](const ValuePtr& v) { auto* h = arena.make<ValueList>(); h->add(v); return ValuePtr(h); },
+    {"ValueList", [](const ValuePtr& v) { auto* h = arena.make<ValueList>(); h->add(arena, v); return ValuePtr(h); },
      [](const Value& h) -> const Value& { return *as<ValueList>(h).items()[0]; }, false},
     {"ReferenceValue", [](const ValuePtr& v) { auto* h = arena.make<ReferenceValue>("r"); h->set_argument(v); return ValuePtr(h); },
      [](const Value& h) -> const Value& { return *as<ReferenceValue>(h).argument(); }, true},
@@ -46,7 +46,7 @@ const Holder holders[] = {
      [](const Value& h) -> const Value& { return *as<TypeValue>(h).attributes()[0].value; }, false},
     {"TypeValue value", [](const ValuePtr& v) { auto* h = arena.make<TypeValue>(); h->add_value(v); return ValuePtr(h); },
      [](const Value& h) -> const Value& { return *as<TypeValue>(h).values()[0]; }, true},
-    {"ComposedValue", [](const ValuePtr& v) { auto* h = arena.make<ComposedValue>(); h->set("f", v); return ValuePtr(h); },
+    {"ComposedValue", [](const ValuePtr& v) { auto* h = arena.make<ComposedValue>(); h->set(arena, "f", v); return ValuePtr(h); },
      [](const Value& h) -> const Value& { return *as<ComposedValue>(h).value("f"); }, false},
     {"IfConditional condition", [](const ValuePtr& v) { auto* h = arena.make<IfConditional>(); h->set_condition(v); return ValuePtr(h); },
      [](const Value& h) -> const Value& { return as<IfConditional>(h).condition(); }, false},
@@ -70,7 +70,7 @@ TEST(ValueCopy, ClonesShareTheirPartsAsSpecified) {
     for (const Holder& holder : holders) {
         SCOPED_TRACE(holder.name);
         auto* given = arena.make<ValueList>();
-        given->add(word("a"));
+        given->add(arena, word("a"));
         const ValuePtr held = holder.hold(given);
         const ValuePtr copy = held->clone(arena);
         grow(holder.part(*held));
