@@ -10,7 +10,9 @@
 #include <cstring>
 #include <memory_resource>
 #include <new>
+#include <span>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -48,6 +50,15 @@ public:
         return text.empty() ? std::string_view() : copy_to(take(text.size(), 1), text);
     }
     std::string_view word(std::string_view text) { return copy_word(*this, text); }
+    // A copy of `items` with room for `room` of them (at least their number), which need no
+    // construction of their own.
+    template <class T>
+    T* copy_array(std::span<const T> items, std::size_t room) {
+        static_assert(std::is_trivially_copyable_v<T>);
+        T* copy = static_cast<T*>(take(room * sizeof(T), alignof(T)));
+        if (!items.empty()) std::memcpy(static_cast<void*>(copy), items.data(), items.size_bytes());
+        return copy;
+    }
     // For the lists: they allocate from the arena and never give anything back.
     std::pmr::memory_resource* resource() { return this; }
 

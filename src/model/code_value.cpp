@@ -20,12 +20,12 @@ void scan_keys(std::span<const CodeToken> tokens, Found found) {
         if (token.kind == IDENTIFIER) {
             const bool key = (previous == LEFT_SQUARE_BRACKET && before_previous != IDENTIFIER) ||
                              (previous == LEFT_BRACKET && before_previous_is_lookup);
-            if (key && !found(token.text)) return;
+            if (key && !found(token.text())) return;
         }
         before_previous = previous;
         before_previous_is_lookup = previous_is_lookup;
         previous = token.kind;
-        previous_is_lookup = token.kind == IDENTIFIER && token.text == lookup_function;
+        previous_is_lookup = token.kind == IDENTIFIER && token.text() == lookup_function;
     }
 }
 
@@ -34,7 +34,10 @@ void scan_keys(std::span<const CodeToken> tokens, Found found) {
 
 CodeValue::CodeValue(Arena& arena, std::span<const Token> tokens) : Value(ValueKind::CODE), tokens_(arena.resource()) {
     tokens_.reserve(tokens.size());
-    for (const Token& token : tokens) tokens_.push_back({token.kind(), arena.copy(token.text())});
+    for (const Token& token : tokens) {
+        const std::string_view text = arena.copy(token.text());
+        tokens_.push_back({token.kind(), static_cast<std::uint32_t>(text.size()), text.data()});
+    }
     bool keys = false;
     scan_keys(tokens_, [&keys](std::string_view) { return !(keys = true); });
     set_has_keys(keys);
@@ -53,10 +56,10 @@ std::string CodeValue::to_string() const {
     for (const CodeToken& token : tokens_) {
         if (token.kind == STRING) {
             text += '"';
-            text += token.text;
+            text += token.text();
             text += '"';
         } else {
-            text += token.text;
+            text += token.text();
         }
         text += ' ';
     }

@@ -17,7 +17,9 @@ namespace edd {
 // One token of code: its kind and its text, in the arena.
 struct CodeToken {
     std::uint32_t kind;
-    std::string_view text;
+    std::uint32_t size;  // beside the kind: a token takes 16 bytes
+    const char* data;
+    std::string_view text() const { return {data, size}; }
 };
 
 class CodeValue final : public Value {

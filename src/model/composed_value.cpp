@@ -2,28 +2,18 @@
 #include "model/composed_value.hpp"
 
 #include <algorithm>
-#include <memory>
 #include <stdexcept>
 
 #include "diagnostics/messages.hpp"
 
 namespace edd {
 
-namespace {
-
-Attribute* copy_attributes(Arena& arena, std::span<const Attribute> attributes, std::size_t room) {
-    auto* copy = static_cast<Attribute*>(arena.allocate(room * sizeof(Attribute), alignof(Attribute)));
-    std::ranges::uninitialized_copy(attributes, std::span<Attribute>(copy, attributes.size()));
-    return copy;
-}
-
-}  // namespace
 
 ComposedValue::ComposedValue(Arena& arena, std::string_view name, std::span<const Attribute> attributes)
     : Value(ValueKind::COMPOSED),
       count_(static_cast<std::uint32_t>(attributes.size())),
       name_(name),
-      attributes_(attributes.empty() ? nullptr : copy_attributes(arena, attributes, attributes.size())) {
+      attributes_(attributes.empty() ? nullptr : arena.copy_array(attributes, attributes.size())) {
     for (const Attribute& attribute : attributes) take_keys_of(attribute.value);
 }
 
@@ -33,7 +23,7 @@ void ComposedValue::set(Arena& arena, std::string_view name, ValuePtr value) {
         attributes_[found - attributes_].value = value;
         return;
     }
-    Attribute* grown = copy_attributes(arena, attributes(), count_ + 1);
+    Attribute* grown = arena.copy_array(attributes(), count_ + 1);
     ::new (grown + count_) Attribute{arena.word(name), value};
     attributes_ = grown;
     ++count_;

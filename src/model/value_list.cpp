@@ -2,23 +2,13 @@
 #include "model/value_list.hpp"
 
 #include <algorithm>
-#include <memory>
 
 namespace edd {
 
-namespace {
-
-ValuePtr* copy_items(Arena& arena, std::span<const ValuePtr> items, std::size_t room) {
-    auto* copy = static_cast<ValuePtr*>(arena.allocate(room * sizeof(ValuePtr), alignof(ValuePtr)));
-    std::ranges::uninitialized_copy(items, std::span<ValuePtr>(copy, items.size()));
-    return copy;
-}
-
-}  // namespace
 
 ValueList::ValueList(Arena& arena, std::string_view name, std::span<const ValuePtr> items) : ValueList(arena, name) {
     if (items.empty()) return;
-    items_ = copy_items(arena, items, items.size());
+    items_ = arena.copy_array(items, items.size());
     count_ = room_ = static_cast<std::uint32_t>(items.size());
     for (const ValuePtr& item : items) take_keys_of(item);
 }
@@ -27,7 +17,7 @@ void ValueList::add(Arena& arena, ValuePtr value) {
     take_keys_of(value);
     if (count_ == room_) {
         room_ = std::max<std::uint32_t>(4, 2 * room_);
-        items_ = copy_items(arena, items(), room_);
+        items_ = arena.copy_array(items(), room_);
     }
     ::new (items_ + count_) ValuePtr(value);
     ++count_;

@@ -194,7 +194,10 @@ ValuePtr Parser::parse_string_value() {
 // The path is kept as written; the index is the reference's argument.
 ValuePtr Parser::parse_reference() {
     const Position where = position_of(peek());
-    std::string path(read_identifier(false));
+    const std::string_view name = read_identifier(false);
+    // Most references are a name alone: no path to build.
+    if (!at("[") && !at("->") && !at(".")) return observed(make<ReferenceValue>(name), where);
+    std::string path(name);
     ValuePtr index;
     if (at("[")) {
         DepthGuard guard(*this);

@@ -156,6 +156,7 @@ void Parser::parse_item_definition() {
             parent = read_identifier(false);
         }
     }
+    item_slots_.release();
     Item item(*description_.arena, type, name, origin, &item_slots_);
     if (!of_type.empty()) item.set_attribute(AttributeId::of_type, make_simple(ValueKind::KEYWORD, of_type));
     if (type == ItemType::METHOD && at("(")) parse_method_header(item);

@@ -174,8 +174,10 @@ private:
     std::vector<Token> code_tokens_;  // a method body being read
     std::vector<ValuePtr> list_entries_;  // the entries of the lists being read, innermost last
     std::vector<Attribute> composed_fields_;  // the same for the structured entries being read
-    // The attributes of the item being read, until it is kept with room for exactly them.
-    std::pmr::unsynchronized_pool_resource item_slots_;
+    // The attributes of the item being read, until it is kept with room for exactly them:
+    // the buffer serves item after item, released when each is kept.
+    alignas(std::max_align_t) std::byte item_slot_buffer_[4096];
+    std::pmr::monotonic_buffer_resource item_slots_{item_slot_buffer_, sizeof item_slot_buffer_};
     ParseObserver* observer_ = nullptr;
 };
 
