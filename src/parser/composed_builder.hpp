@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Collects the fields of a structured list entry as they are read and makes the entry once
 // it is complete, with room for exactly its fields (see ListBuilder: entries nest the same
 // way, on a stack of the parser's).

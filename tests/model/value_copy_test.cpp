@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 #include "model/composed_value.hpp"
@@ -84,6 +85,25 @@ TEST(ValueCopy, ItemCopiesShareTheirValues) {
     const Item item_copy = item;
     grow(*item.attribute(AttributeId::ITEMS));
     EXPECT_EQ(item_copy.attribute(AttributeId::ITEMS)->to_string(), "x");
+}
+
+
+// Lists and entries start with room for exactly their parts; growing them moves the parts
+// and must keep their order, their keys and, for an entry, one field per name.
+TEST(ValueCopy, ExactRangesGrowInOrder) {
+    const ValuePtr parts[] = {word("a"), arena.make<SimpleValue>(ValueKind::DICTIONARY_REFERENCE, "k")};
+    auto* list = arena.make<ValueList>("l", parts);
+    for (const char* text : {"b", "c", "d", "e", "f"}) list->add(arena, word(text));
+    EXPECT_EQ(list->to_string(), "a, [k], b, c, d, e, f");
+    EXPECT_TRUE(list->has_keys());
+
+    const Attribute fields[] = {{"x", word("1")}};
+    auto* entry = arena.make<ComposedValue>("e", fields);
+    entry->set(arena, "y", word("2"));
+    entry->set(arena, "x", word("3"));
+    EXPECT_EQ(entry->to_string(), "{3, 2}");
+    EXPECT_EQ(entry->attributes().size(), 2u);
+    EXPECT_THROW(entry->value("z"), std::invalid_argument);
 }
 
 }  // namespace
