@@ -39,7 +39,7 @@ inline constexpr std::string_view method_return_types[] = {"char", "double", "fl
 // The second word after "unsigned".
 inline constexpr std::string_view unsigned_return_types[] = {"char", "double", "float", "int", "long", "unsigned"};
 
-// The sets a type specification starts with.
+// The sets the TYPE of a variable starts with.
 inline constexpr WordSet type_words[] = {arithmetic_types, enumerated_types, index_type,
                                          string_types,     date_time_types,  object_reference_type};
 

@@ -128,34 +128,16 @@ void Parser::parse_item_definition() {
     ItemType type = find_item_type(first);
     std::string name;
     std::string of_type;
-    auto check_profile = [this](ItemType allowed, std::string_view word) {
-        if (!profile_.allows_item(allowed))
-            error(format_message(messages::object_not_allowed, {word, profile_.name()}));
-    };
     if (type == ItemType::UNKNOWN) {
         if (!at("LIKE")) fatal_at_consumed(messages::expected_edd_object);
         name = first;  // name LIKE [item_type] base
     } else {
-        check_profile(type, first);
+        check_item_profile(type, first);
         if ((type == ItemType::COLLECTION || type == ItemType::ITEM_ARRAY || type == ItemType::ARRAY) && accept("OF"))
             of_type = read_identifier(false);
         name = read_identifier(true);
     }
-    std::string parent;
-    if (accept("LIKE")) {
-        const std::string word(read_identifier(false));
-        const ItemType named = find_item_type(word);
-        if (named == ItemType::UNKNOWN) {
-            parent = word;
-        } else {
-            // The type named after LIKE is the item's own; without one the base supplies it.
-            if (type == ItemType::UNKNOWN) {
-                type = named;
-                check_profile(type, word);
-            }
-            parent = read_identifier(false);
-        }
-    }
+    const std::string parent = accept("LIKE") ? parse_like_base(type) : std::string();
     item_slots_.release();
     Item item(*description_.arena, type, name, origin, &item_slots_);
     if (!of_type.empty()) item.set_attribute(AttributeId::of_type, make_simple(ValueKind::KEYWORD, of_type));
@@ -164,6 +146,23 @@ void Parser::parse_item_definition() {
     Item kept(item, *description_.arena);
     kept.set_parent(parent);
     register_item(std::move(kept));
+}
+
+// like_base : [ item_type ] base
+// The type named after LIKE is the item's own; without one the base supplies it.
+std::string Parser::parse_like_base(ItemType& type) {
+    const std::string word(read_identifier(false));
+    const ItemType named = find_item_type(word);
+    if (named == ItemType::UNKNOWN) return word;
+    if (type == ItemType::UNKNOWN) {
+        type = named;
+        check_item_profile(type, word);
+    }
+    return std::string(read_identifier(false));
+}
+
+void Parser::check_item_profile(ItemType type, std::string_view word) {
+    if (!profile_.allows_item(type)) error(format_message(messages::object_not_allowed, {word, profile_.name()}));
 }
 
 // method_parameters : '(' [ parameter { ',' parameter } ] ')'

@@ -63,6 +63,8 @@ private:
     void parse_identification(Identification& identification);
     void parse_identification_entry(Identification& identification);
     void parse_item_definition();
+    std::string parse_like_base(ItemType& type);
+    void check_item_profile(ItemType type, std::string_view word);
     void parse_method_header(Item& item);
     void register_item(Item item);
 

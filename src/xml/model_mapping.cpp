@@ -29,22 +29,20 @@ template <std::size_t N>
     out.open_line(element).text(static_cast<const SimpleValue&>(value).text()).close();
 }
 
+void append_enclosed(std::string& text, char open, const Value& value, char close) {
+    text += open;
+    text += static_cast<const SimpleValue&>(value).text();
+    text += close;
+}
+
 // The source form of a value as Value::to_string gives it, appended to `text`. The kinds
 // conditions and expressions are made of are put together here, without a string of their
 // own per part.
 void append_source_text(std::string& text, const Value& value) {
     switch (value.kind()) {
     case ValueKind::UNDEFINED: return;
-    case ValueKind::STRING:
-        text += '"';
-        text += static_cast<const SimpleValue&>(value).text();
-        text += '"';
-        return;
-    case ValueKind::DICTIONARY_REFERENCE:
-        text += '[';
-        text += static_cast<const SimpleValue&>(value).text();
-        text += ']';
-        return;
+    case ValueKind::STRING: append_enclosed(text, '"', value, '"'); return;
+    case ValueKind::DICTIONARY_REFERENCE: append_enclosed(text, '[', value, ']'); return;
     case ValueKind::INTEGER:
     case ValueKind::FLOAT:
     case ValueKind::KEYWORD:
