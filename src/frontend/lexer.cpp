@@ -53,7 +53,7 @@ void Lexer::start() {
             ++line_;
             return;
         case '(': case ')': case ',': case ':': case ';': case '?': case '[': case ']': case '{': case '}':
-            return make(token, static_cast<unsigned char>(*start), start);
+            return make(token, static_cast<unsigned char>(*start), start, Word::numbered(static_cast<unsigned char>(*start)));
         case '!': case '#': case '%': case '&': case '*': case '+': case '-': case '.': case '/':
         case '<': case '=': case '>': case '^': case '|': case '~':
             return lex_operator(token, start);
@@ -116,7 +116,7 @@ void Lexer::lex_operator(Token& token, const char* start) {
     const std::size_t available = static_cast<std::size_t>(end_ - start);
     const auto punctuator = *match_punctuator(std::string_view(start, std::min<std::size_t>(available, 3)));
     cursor_ = start + punctuator.spelling.size();
-    return make(token, punctuator.kind, start);
+    return make(token, punctuator.kind, start, Word::numbered(static_cast<std::uint16_t>(punctuator.kind)));
 }
 
 void Lexer::lex_block_comment(Token& token, const char* start) {
@@ -214,7 +214,8 @@ void Lexer::lex_float(Token& token, const char* start, bool has_integer_part) {
 
 void Lexer::lex_word(Token& token, const char* start) {
     cursor_ = skip(cursor_, chars::IDENT_PART);
-    return make(token, classify_word(std::string_view(start, cursor_)), start);
+    const WordClass word = classify_word(std::string_view(start, cursor_));
+    return make(token, word.kind, start, word.word);
 }
 
 }  // namespace edd

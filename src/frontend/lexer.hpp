@@ -57,8 +57,8 @@ private:
         return static_cast<std::size_t>(end_ - cursor_) > ahead ? static_cast<unsigned char>(cursor_[ahead]) : -1;
     }
     // The token whose text runs from `start` to the cursor: a view into the source.
-    void make(Token& token, std::uint32_t kind, const char* start) const {
-        token = Token(kind, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, line_);
+    void make(Token& token, std::uint32_t kind, const char* start, Word word = {}) const {
+        token = Token(kind, std::string_view(start, static_cast<std::size_t>(cursor_ - start)), file_, line_, word);
     }
     static void set(Token& token, std::uint32_t kind, std::string_view text, FileIndex file, int line) {
         token = Token(kind, text, file, line);

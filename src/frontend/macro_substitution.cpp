@@ -4,6 +4,7 @@
 #include <string>
 
 #include "diagnostics/messages.hpp"
+#include "frontend/keywords.hpp"
 
 namespace edd {
 
@@ -83,7 +84,8 @@ void MacroSubstitution::paste() {
     if (out_.empty() || right == nullptr) reporter_.fail(messages::paste_without_content);
     const Token left = out_.back();
     out_.pop_back();
-    out_.push_back(Token(left.kind(), made_text(left.text(), right->text()), left.file(), left.line()));
+    const std::string_view text = made_text(left.text(), right->text());
+    out_.push_back(Token(left.kind(), text, left.file(), left.line(), word_of(left.kind(), text)));
     if (argument != nullptr) produce(argument->tokens().subspan(1));
 }
 

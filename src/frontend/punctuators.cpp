@@ -10,25 +10,6 @@ namespace edd {
 
 namespace {
 
-constexpr Punctuator punctuators[] = {
-    {"<<=", SHIFT_LEFT_ASSIGN}, {">>=", SHIFT_RIGHT_ASSIGN},
-    {"<<", SHIFT_LEFT}, {">>", SHIFT_RIGHT}, {"<=", LESS_EQUAL}, {">=", GREATER_EQUAL},
-    {"==", EQUAL_EQUAL}, {"!=", NOT_EQUAL}, {"&&", AND_AND}, {"||", OR_OR},
-    {"++", PLUS_PLUS}, {"--", MINUS_MINUS}, {"+=", PLUS_ASSIGN}, {"-=", MINUS_ASSIGN},
-    {"*=", STAR_ASSIGN}, {"/=", SLASH_ASSIGN}, {"%=", PERCENT_ASSIGN}, {"&=", AND_ASSIGN},
-    {"^=", XOR_ASSIGN}, {"|=", OR_ASSIGN}, {"->", ARROW},
-    {"{", LEFT_CURLY_BRACKET}, {"}", RIGHT_CURLY_BRACKET}, {"[", LEFT_SQUARE_BRACKET},
-    {"]", RIGHT_SQUARE_BRACKET}, {"(", LEFT_BRACKET}, {")", RIGHT_BRACKET}, {";", SEMICOLON},
-    {".", DOT}, {",", COMMA}, {"?", QUESTIONMARK}, {":", COLON}, {"~", TILDE},
-    {"!", EXCLAMATIONMARK}, {"+", PLUS}, {"-", MINUS}, {"*", STAR}, {"/", SLASH},
-    {"%", PERCENT}, {"<", LESS_THEN}, {">", GRATER_THEN}, {"&", AMPERSAND}, {"^", CARET},
-    {"|", HORIZONTAL_LINE}, {"=", EQUALS}, {"#", PREPROCESSOR_SWITCH}, {"\\", PREPROCESSOR_ESCAPE},
-};
-static_assert(std::size(punctuators) == 47);
-// Longest first, so that the first entry a text starts with is its longest match.
-static_assert(std::ranges::is_sorted(punctuators, std::ranges::greater{},
-                                     [](const Punctuator& p) { return p.spelling.size(); }));
-
 // For every first byte, the punctuators that start with it, longest first (the table's order).
 struct Candidates {
     std::array<std::uint8_t, 4> at{};
