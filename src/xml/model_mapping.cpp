@@ -17,6 +17,7 @@
 #include "model/simple_value.hpp"
 #include "model/type_value.hpp"
 #include "model/value_list.hpp"
+#include "xml/byte_copy.hpp"
 #include "xml/xml_output.hpp"
 #include "xml/xml_writer.hpp"
 
@@ -101,9 +102,21 @@ template <std::size_t N, std::size_t M>
     out.open_line(static_cast<const SimpleValue&>(value).text()).close();
 }
 
-[[gnu::noinline]] void write_code(XmlOutput& out, const Value& value) {
-    const std::string code = value.to_string();
-    out.open_line("code").text(trimmed(code)).close();
+// The code as CodeValue::to_string spells it (each token and a blank, strings quoted
+// again), put together in the scratch text at once: its tokens are many and short.
+[[gnu::noinline]] void write_code(XmlOutput& out, const CodeValue& code) {
+    std::size_t size = 0;
+    for (const CodeToken& token : code.tokens()) size += token.size + (token.kind == STRING ? 3 : 1);
+    std::string& text = out.scratch();
+    text.resize(size);
+    char* at = text.data();
+    for (const CodeToken& token : code.tokens()) {
+        if (token.kind == STRING) *at++ = '"';
+        at = copy_bytes(at, token.data, token.size);
+        if (token.kind == STRING) *at++ = '"';
+        *at++ = ' ';
+    }
+    out.open_line("code").text(trimmed(text)).close();
 }
 
 [[gnu::noinline]] void write_expression(XmlOutput& out, const Value& value) {
@@ -194,7 +207,7 @@ void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
     case ValueKind::KEYWORD: return write_keyword(out, value);
     case ValueKind::TYPE: return write_type(out, static_cast<const TypeValue&>(value));
     case ValueKind::VALUE_LIST: return write_list(out, static_cast<const ValueList&>(value));
-    case ValueKind::CODE: return write_code(out, value);
+    case ValueKind::CODE: return write_code(out, static_cast<const CodeValue&>(value));
     case ValueKind::EXPRESSION:
     case ValueKind::METHOD_CALL: return write_expression(out, value);
     case ValueKind::IF_CONDITIONAL: return write_if(out, static_cast<const IfConditional&>(value));

@@ -22,6 +22,8 @@
 #include <string_view>
 #include <vector>
 
+#include "xml/byte_copy.hpp"
+
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -220,28 +222,7 @@ private:
 #endif
     void put_escape(unsigned char c);
     static char* copy_short(char* to, std::string_view text) { return copy(to, text.data(), text.size()); }
-    // Names and values are mostly short: two overlapping moves copy them without a call.
-    static char* copy(char* to, const char* from, std::size_t size) {
-        if (size >= 8) {
-            if (size > 32) {
-                std::memcpy(to, from, size);
-            } else if (size > 16) {
-                std::memcpy(to, from, 16);
-                std::memcpy(to + size - 16, from + size - 16, 16);
-            } else {
-                std::memcpy(to, from, 8);
-                std::memcpy(to + size - 8, from + size - 8, 8);
-            }
-        } else if (size >= 4) {
-            std::memcpy(to, from, 4);
-            std::memcpy(to + size - 4, from + size - 4, 4);
-        } else if (size != 0) {  // an empty view may have no data at all
-            to[0] = from[0];
-            to[size / 2] = from[size / 2];
-            to[size - 1] = from[size - 1];
-        }
-        return to + size;
-    }
+    static char* copy(char* to, const char* from, std::size_t size) { return copy_bytes(to, from, size); }
 
     static constexpr std::size_t capacity = std::size_t{1} << 16;
     static constexpr std::size_t indentation = 4;  // blanks per level
