@@ -27,7 +27,7 @@ namespace {
 
 template <std::size_t N>
 [[gnu::noinline]] void write_scalar(XmlOutput& out, const char (&element)[N], const Value& value) {
-    out.open_line(element).text(static_cast<const SimpleValue&>(value).text()).close();
+    out.line_text(element, static_cast<const SimpleValue&>(value).text());
 }
 
 void append_enclosed(std::string& text, char open, const Value& value, char close) {
@@ -95,11 +95,11 @@ std::string_view source_text(XmlOutput& out, const Value& value) {
 template <std::size_t N, std::size_t M>
 [[gnu::noinline]] void write_empty(XmlOutput& out, const char (&element)[N], const char (&attribute)[M],
                                    const Value& value) {
-    out.open_line(element).attribute(attribute, static_cast<const SimpleValue&>(value).text()).close();
+    out.line_empty(element, attribute, static_cast<const SimpleValue&>(value).text());
 }
 
 [[gnu::noinline]] void write_keyword(XmlOutput& out, const Value& value) {
-    out.open_line(static_cast<const SimpleValue&>(value).text()).close();
+    out.line_empty(static_cast<const SimpleValue&>(value).text());
 }
 
 // The code as CodeValue::to_string spells it (each token and a blank, strings quoted
@@ -233,7 +233,7 @@ void XML_Writer::write_composed(XmlOutput& out, const ComposedValue& composed) c
 
 void XML_Writer::write_reference(XmlOutput& out, const ReferenceValue& reference) const {
     if (!reference.has_argument()) {
-        out.open_line("reference").attribute("ref", reference.name()).close();
+        out.line_empty("reference", "ref", reference.name());
         return;
     }
     out.open_block("reference").attribute("ref", reference.name());
@@ -244,13 +244,14 @@ void XML_Writer::write_reference(XmlOutput& out, const ReferenceValue& reference
 // The type element stays empty: its members and values follow it in the parent, at the
 // same depth. Readers of the document rely on that layout.
 void XML_Writer::write_type(XmlOutput& out, const TypeValue& type) const {
-    out.open_line(type.name());
-    if (type.size() != 0) {
+    if (type.size() == 0) {
+        out.line_empty(type.name());
+    } else {
+        out.open_line(type.name());
         char digits[24];
         const char* const end = std::to_chars(digits, digits + sizeof digits, type.size()).ptr;
-        out.attribute("size", std::string_view(digits, static_cast<std::size_t>(end - digits)));
+        out.attribute("size", std::string_view(digits, static_cast<std::size_t>(end - digits))).close();
     }
-    out.close();
     for (const Attribute& member : type.attributes()) write_member(out, member);
     for (const ValuePtr& entry : type.values()) write_value(out, *entry);
 }
