@@ -29,6 +29,8 @@ public:
 
     ValuePtr clone(Arena& arena) const override;
     std::string to_string() const override;
+    // The tokens in order, for a reader that spells the code out itself.
+    std::span<const CodeToken> tokens() const { return tokens_; }
     // Picks "[key]" references and get_dictionary_string(key) arguments out of the code.
     void collect_dictionary_keys(KeySet& keys) const override;
 

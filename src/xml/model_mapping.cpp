@@ -17,6 +17,7 @@
 #include "model/simple_value.hpp"
 #include "model/type_value.hpp"
 #include "model/value_list.hpp"
+#include "xml/byte_copy.hpp"
 #include "xml/xml_output.hpp"
 #include "xml/xml_writer.hpp"
 
@@ -26,7 +27,7 @@ namespace {
 
 template <std::size_t N>
 [[gnu::noinline]] void write_scalar(XmlOutput& out, const char (&element)[N], const Value& value) {
-    out.open_line(element).text(static_cast<const SimpleValue&>(value).text()).close();
+    out.line_text(element, static_cast<const SimpleValue&>(value).text());
 }
 
 void append_enclosed(std::string& text, char open, const Value& value, char close) {
@@ -94,16 +95,28 @@ std::string_view source_text(XmlOutput& out, const Value& value) {
 template <std::size_t N, std::size_t M>
 [[gnu::noinline]] void write_empty(XmlOutput& out, const char (&element)[N], const char (&attribute)[M],
                                    const Value& value) {
-    out.open_line(element).attribute(attribute, static_cast<const SimpleValue&>(value).text()).close();
+    out.line_empty(element, attribute, static_cast<const SimpleValue&>(value).text());
 }
 
 [[gnu::noinline]] void write_keyword(XmlOutput& out, const Value& value) {
-    out.open_line(static_cast<const SimpleValue&>(value).text()).close();
+    out.line_empty(static_cast<const SimpleValue&>(value).text());
 }
 
-[[gnu::noinline]] void write_code(XmlOutput& out, const Value& value) {
-    const std::string code = value.to_string();
-    out.open_line("code").text(trimmed(code)).close();
+// The code as CodeValue::to_string spells it (each token and a blank, strings quoted
+// again), put together in the scratch text at once: its tokens are many and short.
+[[gnu::noinline]] void write_code(XmlOutput& out, const CodeValue& code) {
+    std::size_t size = 0;
+    for (const CodeToken& token : code.tokens()) size += token.size + (token.kind == STRING ? 3 : 1);
+    std::string& text = out.scratch();
+    text.resize(size);
+    char* at = text.data();
+    for (const CodeToken& token : code.tokens()) {
+        if (token.kind == STRING) *at++ = '"';
+        at = copy_bytes(at, token.data, token.size);
+        if (token.kind == STRING) *at++ = '"';
+        *at++ = ' ';
+    }
+    out.open_line("code").text(trimmed(text)).close();
 }
 
 [[gnu::noinline]] void write_expression(XmlOutput& out, const Value& value) {
@@ -194,7 +207,7 @@ void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
     case ValueKind::KEYWORD: return write_keyword(out, value);
     case ValueKind::TYPE: return write_type(out, static_cast<const TypeValue&>(value));
     case ValueKind::VALUE_LIST: return write_list(out, static_cast<const ValueList&>(value));
-    case ValueKind::CODE: return write_code(out, value);
+    case ValueKind::CODE: return write_code(out, static_cast<const CodeValue&>(value));
     case ValueKind::EXPRESSION:
     case ValueKind::METHOD_CALL: return write_expression(out, value);
     case ValueKind::IF_CONDITIONAL: return write_if(out, static_cast<const IfConditional&>(value));
@@ -220,7 +233,7 @@ void XML_Writer::write_composed(XmlOutput& out, const ComposedValue& composed) c
 
 void XML_Writer::write_reference(XmlOutput& out, const ReferenceValue& reference) const {
     if (!reference.has_argument()) {
-        out.open_line("reference").attribute("ref", reference.name()).close();
+        out.line_empty("reference", "ref", reference.name());
         return;
     }
     out.open_block("reference").attribute("ref", reference.name());
@@ -231,13 +244,14 @@ void XML_Writer::write_reference(XmlOutput& out, const ReferenceValue& reference
 // The type element stays empty: its members and values follow it in the parent, at the
 // same depth. Readers of the document rely on that layout.
 void XML_Writer::write_type(XmlOutput& out, const TypeValue& type) const {
-    out.open_line(type.name());
-    if (type.size() != 0) {
+    if (type.size() == 0) {
+        out.line_empty(type.name());
+    } else {
+        out.open_line(type.name());
         char digits[24];
         const char* const end = std::to_chars(digits, digits + sizeof digits, type.size()).ptr;
-        out.attribute("size", std::string_view(digits, static_cast<std::size_t>(end - digits)));
+        out.attribute("size", std::string_view(digits, static_cast<std::size_t>(end - digits))).close();
     }
-    out.close();
     for (const Attribute& member : type.attributes()) write_member(out, member);
     for (const ValuePtr& entry : type.values()) write_value(out, *entry);
 }

@@ -22,6 +22,8 @@
 #include <string_view>
 #include <vector>
 
+#include "xml/byte_copy.hpp"
+
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -62,6 +64,54 @@ public:
     template <std::size_t N>
     XmlOutput& open_inline(const char (&name)[N]) {
         return open({name, N - 1}, Layout::inline_, true);
+    }
+    // Whole elements on lines of their own, opened and closed in one step without an entry
+    // in the stack of open elements: the leaves, most of a document's elements. Each writes
+    // the bytes that opening, text or attribute, and closing would.
+    //
+    // <NAME>content</NAME>, with a name given as a literal.
+    template <std::size_t N>
+    void line_text(const char (&name)[N], std::string_view content) {
+        if (!leaf_fits({name, N - 1}, true)) {
+            open_line(name).text(content).close();
+            return;
+        }
+        char* const at = start_leaf({name, N - 1}, 1);
+        *at = '>';
+        at_ = at + 1;
+        put_escaped(content, false);
+        end_leaf({name, N - 1});
+    }
+    // <NAME/>
+    void line_empty(std::string_view name) {
+        if (!leaf_fits(name, false)) {
+            open_line(name).close();
+            return;
+        }
+        char* const at = start_leaf(name, 2);
+        at[0] = '/';
+        at[1] = '>';
+        at_ = at + 2;
+    }
+    // <NAME ATTRIBUTE="value"/>, with the names given as literals.
+    template <std::size_t N, std::size_t M>
+    void line_empty(const char (&name)[N], const char (&attribute_name)[M], std::string_view value) {
+        if (!leaf_fits({name, N - 1}, true)) {
+            open_line(name).attribute(attribute_name, value).close();
+            return;
+        }
+        char* at = start_leaf({name, N - 1}, M + 2);
+        *at++ = ' ';
+        at = copy(at, attribute_name, M - 1);
+        *at++ = '=';
+        *at++ = '"';
+        at_ = at;
+        put_escaped(value, true);
+        at = room(3);
+        at[0] = '"';
+        at[1] = '/';
+        at[2] = '>';
+        at_ = at + 3;
     }
     // Only right after opening an element.
     XmlOutput& attribute(std::string_view name, std::string_view value) {
@@ -140,6 +190,32 @@ private:
         open_.push_back({name.data(), static_cast<std::uint32_t>(name.size()), layout, false, false});
         start_tag_open_ = true;
         return *this;
+    }
+    // A leaf goes the short way under an open element, at a depth one run of blanks can
+    // indent, and with a name that needs no change; else it is opened and closed as usual.
+    bool leaf_fits(std::string_view name, bool valid) {
+        return open_.size() - 1 < max_line_depth && name.size() <= short_text && (valid || is_valid_name(name));
+    }
+    // Ends the parent's start tag if it is open and writes the line end, indentation and
+    // "<NAME"; the cursor returned has room for `more` bytes.
+    char* start_leaf(std::string_view name, std::size_t more) {
+        const std::size_t depth = open_.size();
+        char* at = room(1 + line_room + 1 + short_text + more);
+        if (start_tag_open_) {
+            *at++ = '>';
+            start_tag_open_ = false;
+        }
+        at = line_break(at, depth);
+        *at++ = '<';
+        return copy_short(at, name);
+    }
+    void end_leaf(std::string_view name) {
+        char* at = room(2 + short_text + 1);
+        *at++ = '<';
+        *at++ = '/';
+        at = copy_short(at, name);
+        *at++ = '>';
+        at_ = at;
     }
     bool is_valid_name(std::string_view name) {
         // The program's texts lie close together: a multiplicative hash spreads their places.
@@ -220,28 +296,7 @@ private:
 #endif
     void put_escape(unsigned char c);
     static char* copy_short(char* to, std::string_view text) { return copy(to, text.data(), text.size()); }
-    // Names and values are mostly short: two overlapping moves copy them without a call.
-    static char* copy(char* to, const char* from, std::size_t size) {
-        if (size >= 8) {
-            if (size > 32) {
-                std::memcpy(to, from, size);
-            } else if (size > 16) {
-                std::memcpy(to, from, 16);
-                std::memcpy(to + size - 16, from + size - 16, 16);
-            } else {
-                std::memcpy(to, from, 8);
-                std::memcpy(to + size - 8, from + size - 8, 8);
-            }
-        } else if (size >= 4) {
-            std::memcpy(to, from, 4);
-            std::memcpy(to + size - 4, from + size - 4, 4);
-        } else if (size != 0) {  // an empty view may have no data at all
-            to[0] = from[0];
-            to[size / 2] = from[size / 2];
-            to[size - 1] = from[size - 1];
-        }
-        return to + size;
-    }
+    static char* copy(char* to, const char* from, std::size_t size) { return copy_bytes(to, from, size); }
 
     static constexpr std::size_t capacity = std::size_t{1} << 16;
     static constexpr std::size_t indentation = 4;  // blanks per level

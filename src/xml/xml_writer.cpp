@@ -76,9 +76,11 @@ void sort_by_name(std::vector<ByName>& entries) {
 
 // A reader would drop a blank at either end of the text but for xml:space="preserve".
 void XML_Writer::write_string(XmlOutput& out, std::string_view text, bool on_own_line) {
+    const bool preserve = !text.empty() && (text.front() == ' ' || text.back() == ' ');
+    if (on_own_line && !preserve) return out.line_text("string", text);
     if (on_own_line) out.open_line("string");
     else out.open_inline("string");
-    if (!text.empty() && (text.front() == ' ' || text.back() == ' ')) out.attribute("xml:space", "preserve");
+    if (preserve) out.attribute("xml:space", "preserve");
     out.text(text);
     out.close();
 }
