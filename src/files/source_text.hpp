@@ -39,11 +39,16 @@ public:
     };
     // `size` bytes, uninitialised. Throws std::bad_alloc.
     Room take(std::size_t size);
-
-private:
-    struct Chunk;
-    std::shared_ptr<Chunk> chunk_;
-    std::size_t used_ = 0;
 };
+
+// Room for memory a run keeps about as long as its sources: `size` bytes aligned to
+// `alignment` (a power of two), uninitialised, from the same chunks as the large source
+// texts and right after the last room taken, whoever took it. With one end for all of it,
+// only the last huge page is ever partly used, where room taken from separate chunks
+// leaves a partly used huge page at the end of each. Throws std::bad_alloc.
+SourceTextRoom::Room take_shared_room(std::size_t size, std::size_t alignment);
+// Whether a chunk of shared room is in use: a large text was read and is still kept, or
+// other room taken is.
+bool shared_room_in_use();
 
 }  // namespace edd

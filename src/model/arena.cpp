@@ -1,18 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/arena.hpp"
 
-#include <algorithm>
+#include <cstddef>
 
 #include "files/platform.hpp"
+#include "files/source_text.hpp"
 #include "frontend/keywords.hpp"
 
 namespace edd {
 
 namespace {
 
-// Chunks double from 64 KiB up to this size and stay there, so that a small description
-// takes little memory and the tail left unused in a large one stays small.
-constexpr std::size_t largest_chunk = std::size_t{4} << 20;
+// A small description's arena takes chunks from the heap, doubling from 64 KiB up to this
+// size. A larger one, or one whose sources are large, takes room shared with the sources.
+constexpr std::size_t largest_heap_chunk = std::size_t{1} << 20;
+// The room a larger arena takes at a time. It is used up before the next is taken, so only
+// the last is partly used; a piece right after the last continues it.
+constexpr std::size_t shared_piece = std::size_t{256} << 10;
 
 }  // namespace
 
@@ -26,21 +30,41 @@ Arena::~Arena() {
 }
 
 void* Arena::take_new_chunk(std::size_t bytes, std::size_t alignment) {
+    if (next_chunk_size_ > largest_heap_chunk || shared_room_in_use()) return take_shared(bytes, alignment);
     // A request larger than a quarter chunk gets a chunk of its own; the current one goes on.
     const std::size_t needed = bytes + alignment;
-    if (needed > largest_chunk / 4) {
+    if (needed > next_chunk_size_ / 4) {
         void* memory = platform::allocate_chunk(needed);
         chunks_.push_back({memory, needed});
         const std::uintptr_t start = reinterpret_cast<std::uintptr_t>(memory);
         return reinterpret_cast<void*>((start + alignment - 1) & ~(alignment - 1));
     }
     const std::size_t size = next_chunk_size_;
-    next_chunk_size_ = std::min(2 * next_chunk_size_, largest_chunk);
+    next_chunk_size_ *= 2;
     void* memory = platform::allocate_chunk(size);
     chunks_.push_back({memory, size});
     next_ = reinterpret_cast<std::uintptr_t>(memory);
     end_ = next_ + size;
     return take(bytes, alignment);
+}
+
+void* Arena::take_shared(std::size_t bytes, std::size_t alignment) {
+    next_chunk_size_ = largest_heap_chunk * 2;  // no more heap chunks
+    if (bytes > shared_piece / 4) {  // room of its own; the current piece goes on
+        SourceTextRoom::Room room = take_shared_room(bytes, alignment);
+        keep(std::move(room.owner));
+        return room.bytes;
+    }
+    SourceTextRoom::Room room = take_shared_room(shared_piece, alignof(std::max_align_t));
+    keep(std::move(room.owner));
+    const auto start = reinterpret_cast<std::uintptr_t>(room.bytes);
+    if (start != end_) next_ = start;
+    end_ = start + shared_piece;
+    return take(bytes, alignment);
+}
+
+void Arena::keep(std::shared_ptr<const void> owner) {
+    if (shared_.empty() || shared_.back() != owner) shared_.push_back(std::move(owner));
 }
 
 }  // namespace edd

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <memory_resource>
 #include <new>
 #include <span>
@@ -71,6 +72,8 @@ private:
         return reinterpret_cast<void*>(at);
     }
     void* take_new_chunk(std::size_t bytes, std::size_t alignment);
+    void* take_shared(std::size_t bytes, std::size_t alignment);
+    void keep(std::shared_ptr<const void> owner);
 
     void* do_allocate(std::size_t bytes, std::size_t alignment) override { return take(bytes, alignment); }
     void do_deallocate(void*, std::size_t, std::size_t) override {}
@@ -80,7 +83,8 @@ private:
         void* memory;
         std::size_t size;
     };
-    std::vector<Chunk> chunks_;
+    std::vector<Chunk> chunks_;                          // from the heap
+    std::vector<std::shared_ptr<const void>> shared_;  // keep the room shared with the sources
     std::uintptr_t next_ = 0;
     std::uintptr_t end_ = 0;
     std::size_t next_chunk_size_ = std::size_t{64} << 10;

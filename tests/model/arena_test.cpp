@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// The arena hands out memory aligned as asked and never the same bytes twice: from chunks
-// that double up to their largest size (those of whole huge pages mapped on huge-page
-// boundaries), and from chunks of their own for large requests.
+// The arena hands out memory aligned as asked and never the same bytes twice: from heap
+// chunks that double, from room shared with large source texts read meanwhile, and from
+// room of their own for large requests.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,6 +10,7 @@
 #include <random>
 #include <vector>
 
+#include "files/source_text.hpp"
 #include "model/arena.hpp"
 
 namespace edd {
@@ -17,8 +18,8 @@ namespace {
 
 TEST(Arena, AlignedAndDisjoint) {
     constexpr std::size_t mib = std::size_t{1} << 20;
-    // Mostly small requests, then requests large enough to reach the largest chunks, and
-    // requests of chunks of their own: mapped (2 MiB in all) and not.
+    // Mostly small requests, then requests large enough to leave the heap chunks, and
+    // requests of room of their own.
     std::vector<std::size_t> sizes;
     std::mt19937 random(20261124u);
     for (int i = 0; i < 3000; ++i) sizes.push_back(1 + random() % 300);
@@ -32,8 +33,14 @@ TEST(Arena, AlignedAndDisjoint) {
         unsigned char fill;
     };
     std::vector<Taken> taken;
+    std::vector<SourceTextRoom::Room> texts;
     Arena arena;
     for (std::size_t i = 0; i < sizes.size(); ++i) {
+        if (i % 700 == 350) {  // a large text read in the middle of the arena's room
+            texts.push_back(SourceTextRoom().take(100'000));
+            std::memset(texts.back().bytes, 0xEE, 100'000);
+            taken.push_back({reinterpret_cast<unsigned char*>(texts.back().bytes), 100'000, 0xEE});
+        }
         const std::size_t alignment = sizes[i] == 2 * mib - 8 ? 8 : std::size_t{1} << (random() % 7);
         auto* at = static_cast<unsigned char*>(arena.resource()->allocate(sizes[i], alignment));
         ASSERT_EQ(reinterpret_cast<std::uintptr_t>(at) % alignment, 0u) << i;
