@@ -14,7 +14,7 @@ void ItemTable::reserve(std::size_t items) {
     // Geometric, as inserts would grow it: many small imports must not reallocate each time.
     if (items > items_.capacity()) items_.reserve(std::max(items, 2 * items_.capacity()));
     std::size_t slots = index_.empty() ? 64 : index_.size();
-    while (slots < 2 * items) slots *= 2;
+    while (!room_for(items, slots)) slots *= 2;
     if (slots != index_.size()) grow_index(slots);
 }
 
@@ -54,7 +54,7 @@ const Item& ItemTable::get(std::string_view name) const {
 Item& ItemTable::get(std::string_view name) { return const_cast<Item&>(static_cast<const ItemTable&>(*this).get(name)); }
 
 void ItemTable::insert(Item item) {
-    if (2 * (items_.size() + 1) > index_.size()) grow_index(index_.empty() ? 64 : 2 * index_.size());
+    if (!room_for(items_.size() + 1, index_.size())) grow_index(index_.empty() ? 64 : 2 * index_.size());
     const std::uint32_t hash = hash_of(item.name());
     const std::size_t mask = index_.size() - 1;
     std::size_t i = hash & mask;

@@ -34,12 +34,14 @@ public:
     std::size_t size() const { return items_.size(); }
 
 private:
-    // Open addressing over a table at most half full: a slot holds a name's hash and its
-    // item's position plus one (zero: free), so a lookup touches one item at most, mostly.
+    // Open addressing over a table at most three quarters full: a slot holds a name's hash
+    // and its item's position plus one (zero: free), so a lookup touches one item at most,
+    // mostly, and the slots it steps over lie side by side.
     struct Slot {
         std::uint32_t hash;
         std::uint32_t position;
     };
+    static bool room_for(std::size_t items, std::size_t slots) { return 4 * items <= 3 * slots; }
     static std::uint32_t hash_of(std::string_view name);
     void grow_index(std::size_t slots);  // a power of two
 
