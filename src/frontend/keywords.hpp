@@ -186,14 +186,21 @@ inline constexpr bool same_word(std::string_view a, std::string_view b) {
     return true;
 }
 
-inline constexpr const ClassifiedWord* find_word(std::string_view word) {
-    if (word.empty()) return nullptr;
+// The slot holding `word`, or word_table_size when the table has no such word. (A slot, not a
+// pointer: the compile-time check below may not compare pointers in every build.)
+inline constexpr std::size_t find_slot(std::string_view word) {
+    if (word.empty()) return word_table_size;
     if (!((word_shapes[static_cast<unsigned char>(word[0])] >> std::min<std::size_t>(word.size(), 63)) & 1))
-        return nullptr;
+        return word_table_size;
     for (std::size_t i = word_slot(word);; i = (i + 1) & (word_table_size - 1)) {
-        if (same_word(word_table[i].word, word)) return &word_table[i];
-        if (word_table[i].word.empty()) return nullptr;
+        if (same_word(word_table[i].word, word)) return i;
+        if (word_table[i].word.empty()) return word_table_size;
     }
+}
+
+inline constexpr const ClassifiedWord* find_word(std::string_view word) {
+    const std::size_t slot = find_slot(word);
+    return slot == word_table_size ? nullptr : &word_table[slot];
 }
 
 // Every word of the sets is found, with the kind of the first set that holds it.
@@ -203,8 +210,8 @@ static_assert([] {
                                : contains(method_keywords, word) ? METHOD_KEYWORD
                                : contains(reserved_words, word)  ? RESERVED_WORD
                                                                  : IDENTIFIER;
-        const ClassifiedWord* entry = find_word(word);
-        return entry != nullptr && entry->kind == kind;
+        const std::size_t slot = find_slot(word);
+        return slot != word_table_size && word_table[slot].kind == kind;
     };
     return std::ranges::all_of(eddl_keywords, found) && std::ranges::all_of(method_keywords, found) &&
            std::ranges::all_of(reserved_words, found) && std::ranges::all_of(grammar_words, found);
