@@ -3,6 +3,7 @@
 // them is in xml_writer.cpp.
 #include <charconv>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -80,10 +81,10 @@ void append_source_text(std::string& text, const Value& value) {
 // Conditions, case labels, code and expressions render with separating blanks and line
 // breaks at their ends; the document carries them without.
 std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\n\r";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; };
+    while (!text.empty() && blank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && blank(text.back())) text.remove_suffix(1);
+    return text;
 }
 
 std::string_view source_text(XmlOutput& out, const Value& value) {
@@ -156,8 +157,11 @@ void XML_Writer::write_object(XmlOutput& out, const Item& item) const {
         if (item.has_attribute(AttributeId::response_code))
             write_value(out, *item.attribute(AttributeId::response_code));
     } else {
-        if (item.has_attribute(AttributeId::of_type))
-            write_attribute(out, item, AttributeId::of_type, *item.attribute(AttributeId::of_type));
+        // of_type comes first wherever it was given. The slots are in code order, and its code
+        // is among the last: the look starts from the end.
+        const std::span<const Item::Slot> slots = item.attributes();
+        for (auto slot = slots.rbegin(); slot != slots.rend() && code(slot->id) >= code(AttributeId::of_type); ++slot)
+            if (slot->id == AttributeId::of_type) write_attribute(out, item, slot->id, *slot->value);
         for (const Item::Slot& slot : item.attributes())
             if (slot.id != AttributeId::of_type) write_attribute(out, item, slot.id, *slot.value);
     }
@@ -173,7 +177,7 @@ void XML_Writer::write_attribute(XmlOutput& out, const Item& item, AttributeId i
 }
 
 void XML_Writer::write_attribute_element(XmlOutput& out, AttributeId id, const Value& value) const {
-    out.open_block(name_of(id));
+    out.open_block(code(id) < attribute_elements_.size() ? attribute_elements_[code(id)] : name_of(id));
     if (id == AttributeId::TRANSACTION) write_transaction_number(out, value);
     write_value(out, value);
     out.close();

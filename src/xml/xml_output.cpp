@@ -120,21 +120,27 @@ void XmlOutput::flush() {
 
 // Piece by piece, as put_escaped does it; only the bytes that need it are replaced. The
 // text rule is the exception: the ASCII before the first byte it may change reads the same
-// either way, so only the rest goes through it.
+// either way, so only the rest goes through it. The bytes after a special one are copied
+// again, so a piece starts small after one and grows while none is met: a text full of
+// them costs time in proportion to its length.
 void XmlOutput::put_escaped_rest(std::string_view bytes, bool attribute) {
+    constexpr std::size_t first_piece = 64;
     const unsigned char context = attribute ? in_attribute : in_text;
     unsigned char stop = context | not_plain;
     std::string converted;
+    std::size_t most = first_piece;
     while (!bytes.empty()) {
-        const std::size_t piece = std::min(bytes.size(), capacity);
+        const std::size_t piece = std::min(bytes.size(), most);
         char* const to = room(piece);
         copy(to, bytes.data(), piece);
         const std::size_t plain = plain_length(to, piece, attribute);
         at_ = to + plain;
         if (plain == piece) {
             bytes.remove_prefix(piece);
+            most = std::min(2 * most, capacity);
             continue;
         }
+        most = first_piece;
         const auto c = static_cast<unsigned char>(bytes[plain]);
         const unsigned char kind = escapes[c] & stop;
         if (kind & not_plain) {
@@ -188,7 +194,19 @@ XmlOutput& XmlOutput::open_slow(std::string_view name, Layout layout) {
     return *this;
 }
 
-void XmlOutput::close_slow(const Open& element) {
+void XmlOutput::line_text_slow(std::string_view name, std::string_view content) {
+    open_line(name).text(content).close();
+}
+
+void XmlOutput::line_empty_slow(std::string_view name) { open_line(name).close(); }
+
+void XmlOutput::line_empty_slow(std::string_view name, std::string_view attribute_name, std::string_view value) {
+    open_line(name).attribute(attribute_name, value).close();
+}
+
+void XmlOutput::close_slow() {
+    const Open element = open_.back();
+    open_.pop_back();
     if (start_tag_open_ && element.layout != Layout::block) {
         put("/>");
         start_tag_open_ = false;

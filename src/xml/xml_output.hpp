@@ -72,22 +72,19 @@ public:
     // <NAME>content</NAME>, with a name given as a literal.
     template <std::size_t N>
     void line_text(const char (&name)[N], std::string_view content) {
-        if (!leaf_fits({name, N - 1}, true)) {
-            open_line(name).text(content).close();
-            return;
-        }
-        char* const at = start_leaf({name, N - 1}, 1);
-        *at = '>';
-        at_ = at + 1;
-        put_escaped(content, false);
-        end_leaf({name, N - 1});
+        if (!leaf_fits({name, N - 1}, true)) return line_text_slow({name, N - 1}, content);
+        char* at = start_leaf({name, N - 1}, 1 + short_text + N + 2);
+        *at++ = '>';
+        at = leaf_content(at, content, false, N + 2);
+        *at++ = '<';
+        *at++ = '/';
+        at = copy(at, name, N - 1);
+        *at++ = '>';
+        at_ = at;
     }
     // <NAME/>
     void line_empty(std::string_view name) {
-        if (!leaf_fits(name, false)) {
-            open_line(name).close();
-            return;
-        }
+        if (!leaf_fits(name, false)) return line_empty_slow(name);
         char* const at = start_leaf(name, 2);
         at[0] = '/';
         at[1] = '>';
@@ -96,18 +93,13 @@ public:
     // <NAME ATTRIBUTE="value"/>, with the names given as literals.
     template <std::size_t N, std::size_t M>
     void line_empty(const char (&name)[N], const char (&attribute_name)[M], std::string_view value) {
-        if (!leaf_fits({name, N - 1}, true)) {
-            open_line(name).attribute(attribute_name, value).close();
-            return;
-        }
-        char* at = start_leaf({name, N - 1}, M + 2);
+        if (!leaf_fits({name, N - 1}, true)) return line_empty_slow({name, N - 1}, {attribute_name, M - 1}, value);
+        char* at = start_leaf({name, N - 1}, M + 2 + short_text + 3);
         *at++ = ' ';
         at = copy(at, attribute_name, M - 1);
         *at++ = '=';
         *at++ = '"';
-        at_ = at;
-        put_escaped(value, true);
-        at = room(3);
+        at = leaf_content(at, value, true, 3);
         at[0] = '"';
         at[1] = '/';
         at[2] = '>';
@@ -133,15 +125,21 @@ public:
         put_escaped(content, false);
         return *this;
     }
+    // The element's fields and the depth are read before the first byte is stored: a store
+    // through a char pointer could change any of them, as far as the compiler knows.
     void close() {
         assert(!open_.empty());
-        const Open element = open_.back();
+        const Open& element = open_.back();
+        if (element.slow) return close_slow();
+        const char* const name = element.name;
+        const std::size_t size = element.size;
+        const Layout layout = element.layout;
         open_.pop_back();
-        if (element.slow) return close_slow(element);
+        const std::size_t depth = open_.size();
         char* at = room(1 + line_room + 2 + short_text + 2);
         if (start_tag_open_) {
             start_tag_open_ = false;
-            if (element.layout != Layout::block) {
+            if (layout != Layout::block) {
                 at[0] = '/';
                 at[1] = '>';
                 at_ = at + 2;
@@ -149,12 +147,12 @@ public:
             }
             *at++ = '>';
         }
-        if (element.layout == Layout::block) at = line_break(at, open_.size());
+        if (layout == Layout::block) at = line_break(at, depth);
         *at++ = '<';
         *at++ = '/';
-        at = copy(at, element.name, element.size);
+        at = copy(at, name, size);
         *at++ = '>';
-        if (open_.empty()) *at++ = '\n';  // the document ends with a line end
+        if (depth == 0) *at++ = '\n';  // the document ends with a line end
         at_ = at;
     }
     // Hands on what is buffered; the document is complete when every element is closed.
@@ -179,15 +177,17 @@ private:
 
     // Inline everywhere, though the compiler would rather not: a call per element costs
     // more than the element's own bytes.
+    // The element goes on the stack before its bytes are stored, as close() explains.
     [[gnu::always_inline]] XmlOutput& open(std::string_view name, Layout layout, bool valid) {
-        if (name.size() > short_text || open_.size() > max_line_depth || !(valid || is_valid_name(name)))
+        const std::size_t depth = open_.size();
+        if (name.size() > short_text || depth > max_line_depth || !(valid || is_valid_name(name)))
             return open_slow(name, layout);
+        open_.push_back({name.data(), static_cast<std::uint32_t>(name.size()), layout, false, false});
         char* at = room(1 + line_room + 1 + short_text);
         if (start_tag_open_) *at++ = '>';
-        if (layout != Layout::inline_ && !open_.empty()) at = line_break(at, open_.size());
+        if (layout != Layout::inline_ && depth != 0) at = line_break(at, depth);
         *at++ = '<';
         at_ = copy_short(at, name);
-        open_.push_back({name.data(), static_cast<std::uint32_t>(name.size()), layout, false, false});
         start_tag_open_ = true;
         return *this;
     }
@@ -209,13 +209,21 @@ private:
         *at++ = '<';
         return copy_short(at, name);
     }
-    void end_leaf(std::string_view name) {
-        char* at = room(2 + short_text + 1);
-        *at++ = '<';
-        *at++ = '/';
-        at = copy_short(at, name);
-        *at++ = '>';
-        at_ = at;
+    // A leaf's text or attribute value, escaped, at `at`, where start_leaf made room for a
+    // short one and for the `more` bytes after it: most take no step of their own. Returns
+    // the cursor, with room for `more` bytes.
+    char* leaf_content(char* at, std::string_view content, bool attribute, std::size_t more) {
+        if (content.size() <= short_text) {
+            copy(at, content.data(), content.size());
+            const std::size_t plain = plain_length(at, content.size(), attribute);
+            if (plain == content.size()) return at + plain;
+            at_ = at + plain;
+            put_escaped_rest(content.substr(plain), attribute);
+        } else {
+            at_ = at;
+            put_escaped_rest(content, attribute);  // takes any text, in pieces
+        }
+        return room(more);
     }
     bool is_valid_name(std::string_view name) {
         // The program's texts lie close together: a multiplicative hash spreads their places.
@@ -230,7 +238,13 @@ private:
     // The rare cases, byte by byte: names the text rule changes or that are long, and
     // elements deeper than one run of blanks can indent.
     XmlOutput& open_slow(std::string_view name, Layout layout);
-    void close_slow(const Open& element);
+    // The leaves that do not fit the short way, opened and closed as usual; out of line,
+    // so that the short way keeps its registers.
+    [[gnu::noinline]] void line_text_slow(std::string_view name, std::string_view content);
+    [[gnu::noinline]] void line_empty_slow(std::string_view name);
+    [[gnu::noinline]] void line_empty_slow(std::string_view name, std::string_view attribute_name,
+                                           std::string_view value);
+    void close_slow();
     void put_line_break(std::size_t depth);
     std::string_view converted_name(std::string_view name);
     XmlOutput& long_attribute(std::string_view name, std::string_view value);
@@ -279,13 +293,15 @@ private:
 #if defined(__SSE2__)
     static std::size_t plain_length(const char* bytes, std::size_t size, bool attribute) {
         const __m128i below = _mm_set1_epi8(0x20);  // as signed bytes: controls and every byte above 0x7F
-        const __m128i ampersand = _mm_set1_epi8('&');
-        const __m128i less = _mm_set1_epi8('<');
-        const __m128i last = _mm_set1_epi8(attribute ? '"' : '>');
+        // Two of the three special bytes differ in one bit, which makes them one value when
+        // set: '<' and '>' in text, '"' and '&' in attribute values.
+        const __m128i fold = _mm_set1_epi8(attribute ? 0x04 : 0x02);
+        const __m128i pair = _mm_set1_epi8(attribute ? '&' : '>');
+        const __m128i single = _mm_set1_epi8(attribute ? '<' : '&');
         for (std::size_t at = 0; at < size; at += 16) {
             const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + at));
-            const __m128i found = _mm_or_si128(_mm_or_si128(_mm_cmpgt_epi8(below, x), _mm_cmpeq_epi8(x, ampersand)),
-                                               _mm_or_si128(_mm_cmpeq_epi8(x, less), _mm_cmpeq_epi8(x, last)));
+            const __m128i found = _mm_or_si128(_mm_or_si128(_mm_cmpgt_epi8(below, x), _mm_cmpeq_epi8(x, single)),
+                                               _mm_cmpeq_epi8(_mm_or_si128(x, fold), pair));
             const auto mask = static_cast<unsigned>(_mm_movemask_epi8(found));
             if (mask != 0) return std::min(size, at + static_cast<std::size_t>(std::countr_zero(mask)));
         }

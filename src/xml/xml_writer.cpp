@@ -7,6 +7,7 @@
 #include <array>
 #include <cassert>
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -45,23 +46,31 @@ struct ByName {
 
 std::uint64_t name_head(std::string_view name) {
     std::uint64_t value = 0;
+    if (name.size() >= 8) {  // the common case: eight bytes at once, which compilers turn into a swap
+        unsigned char bytes[8];
+        std::memcpy(bytes, name.data(), 8);
+        for (const unsigned char byte : bytes) value = (value << 8) | byte;
+        return value;
+    }
     for (std::size_t i = 0; i < 8; ++i)
         value = (value << 8) | (i < name.size() ? static_cast<unsigned char>(name[i]) : 0u);
     return value;
 }
 
 // First by the heads, a byte a pass from the last, each pass keeping the order of the one
-// before (a pass in which every name has the same byte is skipped); then each run of names
-// with the same head ("ch0551_value", "ch0551_unit": common prefixes are the rule) by the
-// whole names.
+// before (a pass in which every name has the same byte is skipped; the counts of all eight
+// come from one look at each head); then each run of names with the same head
+// ("ch0551_value", "ch0551_unit": common prefixes are the rule) by the whole names.
 void sort_by_name(std::vector<ByName>& entries) {
+    std::vector<std::array<std::size_t, 257>> starts(8);
+    for (const ByName& entry : entries)
+        for (unsigned byte = 0; byte < 8; ++byte) ++starts[byte][((entry.head >> (8 * byte)) & 0xFF) + 1];
     std::vector<ByName> sorted(entries.size());
-    for (unsigned shift = 0; shift < 64; shift += 8) {
-        std::array<std::size_t, 257> start{};
-        for (const ByName& entry : entries) ++start[((entry.head >> shift) & 0xFF) + 1];
+    for (unsigned byte = 0; byte < 8; ++byte) {
+        std::array<std::size_t, 257>& start = starts[byte];
         if (std::ranges::find(start, entries.size()) != start.end()) continue;
         for (std::size_t i = 1; i < start.size(); ++i) start[i] += start[i - 1];
-        for (const ByName& entry : entries) sorted[start[(entry.head >> shift) & 0xFF]++] = entry;
+        for (const ByName& entry : entries) sorted[start[(entry.head >> (8 * byte)) & 0xFF]++] = entry;
         entries.swap(sorted);
     }
     for (auto first = entries.begin(); first != entries.end();) {
@@ -72,17 +81,23 @@ void sort_by_name(std::vector<ByName>& entries) {
     }
 }
 
+// The string elements other than the common one on its own line; out of line, so that the
+// common one keeps its registers.
+[[gnu::noinline]] void write_string_element(XmlOutput& out, std::string_view text, bool on_own_line, bool preserve) {
+    if (on_own_line) out.open_line("string");
+    else out.open_inline("string");
+    if (preserve) out.attribute("xml:space", "preserve");
+    out.text(text);
+    out.close();
+}
+
 }  // namespace
 
 // A reader would drop a blank at either end of the text but for xml:space="preserve".
 void XML_Writer::write_string(XmlOutput& out, std::string_view text, bool on_own_line) {
     const bool preserve = !text.empty() && (text.front() == ' ' || text.back() == ' ');
     if (on_own_line && !preserve) return out.line_text("string", text);
-    if (on_own_line) out.open_line("string");
-    else out.open_inline("string");
-    if (preserve) out.attribute("xml:space", "preserve");
-    out.text(text);
-    out.close();
+    write_string_element(out, text, on_own_line, preserve);
 }
 
 XML_Writer::XML_Writer(Description description, std::vector<std::string> include_paths, InputFiles& files,
@@ -108,6 +123,8 @@ void XML_Writer::build() {
     by_name.reserve(description_.items.size());
     for (const Item& item : description_.items.items())
         by_name.push_back({name_head(item.name()), &item});
+    for (std::size_t id = 0; id < attribute_elements_.size(); ++id)
+        attribute_elements_[id] = name_of(static_cast<AttributeId>(id));
     sort_by_name(by_name);
     items_by_name_.reserve(by_name.size());
     for (const ByName& entry : by_name) items_by_name_.push_back(entry.item);

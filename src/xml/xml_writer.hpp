@@ -4,6 +4,7 @@
 // document is written straight from the model, once, in order; no tree is built.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -18,6 +19,7 @@
 #include "files/input_files.hpp"
 #include "model/description.hpp"
 #include "model/dictionary.hpp"
+#include "model/item_type.hpp"
 
 namespace edd {
 
@@ -94,6 +96,9 @@ private:
     // Path as written and the file's bytes, shared by every path that names the file.
     std::vector<std::pair<std::string, std::shared_ptr<const std::string>>> image_files_;
     std::vector<const Item*> items_by_name_;
+    // The attributes' element names, looked up once: an attribute element is among the
+    // commonest of a document.
+    std::array<std::string_view, attribute_count> attribute_elements_{};
 };
 
 }  // namespace edd

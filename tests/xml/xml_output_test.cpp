@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Escaping looks at sixteen bytes at a time, past the end of the text, and in pieces for
 // long texts: every place of a special byte, and a text rule change in mid-text, must come
-// out as a byte-by-byte escaper would write it.
+// out as a byte-by-byte escaper would write it, on the short way of leaves too.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -45,6 +45,36 @@ TEST(XmlOutput, EscapesEveryPlaceAndLength) {
                 value[place] = special;
                 SCOPED_TRACE(testing::Message() << "length " << length << ", place " << place);
                 ASSERT_EQ(written(value), "<e a=\"" + escaped(value, true) + "\">" + escaped(value, false) + "</e>\n");
+            }
+        }
+    }
+}
+
+// Leaves take a short way of their own (one piece of room up to a size, the text rule and
+// escapes in the middle): they must write what opening, text or attribute, and closing write.
+TEST(XmlOutput, LeavesAsOpenedAndClosed) {
+    const auto document = [](bool leaf, const std::string& value) {
+        std::string text;
+        XmlOutput out([&text](std::string_view chunk) { text += chunk; });
+        out.open_block("r");
+        if (leaf) {
+            out.line_text("e", value);
+            out.line_empty("e", "a", value);
+        } else {
+            out.open_line("e").text(value).close();
+            out.open_line("e").attribute("a", value).close();
+        }
+        out.close();
+        out.flush();
+        return text;
+    };
+    for (const char special : std::string_view("&<>\"\n\xE9\x01")) {
+        for (std::size_t length = 0; length <= 140; ++length) {
+            for (const std::size_t place : {std::size_t{0}, length / 2, length - 1}) {
+                std::string value(length, 'x');
+                if (place < length) value[place] = special;
+                SCOPED_TRACE(testing::Message() << "length " << length << ", place " << place);
+                ASSERT_EQ(document(true, value), document(false, value));
             }
         }
     }
