@@ -383,7 +383,8 @@ TEST_F(HostileInput, ManyRedefinitions) {
 }
 
 // 0xFF ends the text; a NUL is a character like any other: in a string it reaches the
-// document as U+FFFD, elsewhere it is a token no rule accepts. Lines of ten megabytes pass.
+// document as U+FFFD, elsewhere it is a token no rule accepts. Lines of ten megabytes pass,
+// and so does a text that is all bytes to escape.
 TEST_F(HostileInput, StrayBytesAndHugeLines) {
     const Conversion clean = convert(std::string(header) + std::string(item));
     EXPECT_EQ(convert(std::string(header) + std::string(item) + "\xFFVARIABLE w {").xml, clean.xml);
@@ -396,6 +397,10 @@ TEST_F(HostileInput, StrayBytesAndHugeLines) {
     constexpr std::size_t size = 10'000'000;
     const Conversion label = convert(std::string(header) + "VARIABLE v { LABEL \"" + std::string(size, 'a') + "\"; }\n");
     EXPECT_NE(label.xml.find(std::string(size, 'a')), std::string::npos);
+    // Every byte escaped: the writer once copied the rest of its buffer again after each.
+    const Conversion escapes = convert(std::string(header) + "VARIABLE v { LABEL \"" + std::string(size / 4, '&') + "\"; }\n");
+    expect(escapes, 0, "");
+    EXPECT_NE(escapes.xml.find(repeat("&amp;", size / 4)), std::string::npos);
     expect(convert(std::string(header) + "// " + std::string(size, 'c') + "\n" + std::string(item)), 0, "");
     expect(convert(std::string(header) + "VARIABLE v { LABEL " + repeat("1 + ", size / 4) + "1; }\n"), parse_failed,
            error_at("main.ddl", 2) + "Nesting too deep.\n");
