@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <iterator>
 
+#include "frontend/keywords.hpp"
+
 namespace edd {
 
 namespace {
@@ -62,7 +64,36 @@ static_assert([] {
     return attribute_code("") == attribute_count && attribute_code("LABELS") == attribute_count;
 }());
 
+// Every item type and attribute is a word of the keyword table: the parser looks them up by
+// the number its token carries.
+constexpr std::size_t table_words = word_number_limit - first_table_word;
+constexpr auto item_types_by_word = [] {
+    std::array<ItemType, table_words> types;
+    types.fill(ItemType::UNKNOWN);
+#define EDD_ITEM_TYPE(name) types[Word(#name).number() - first_table_word] = ItemType::name;
+#include "model/item_types.def"
+#undef EDD_ITEM_TYPE
+    return types;
+}();
+constexpr auto attributes_by_word = [] {
+    std::array<AttributeId, table_words> ids;
+    ids.fill(AttributeId::INVALID);
+#define EDD_ATTRIBUTE(name) ids[Word(#name).number() - first_table_word] = AttributeId::name;
+#include "model/attributes.def"
+#undef EDD_ATTRIBUTE
+    return ids;
+}();
+
 }  // namespace
+
+ItemType find_item_type(Word word) {
+    return word.number() >= first_table_word ? item_types_by_word[word.number() - first_table_word] : ItemType::UNKNOWN;
+}
+
+AttributeId find_attribute(Word word) {
+    return word.number() >= first_table_word ? attributes_by_word[word.number() - first_table_word]
+                                             : AttributeId::INVALID;
+}
 
 ItemType find_item_type(std::string_view name) {
     auto it = std::ranges::lower_bound(item_type_names, name);

@@ -86,10 +86,10 @@ ValuePtr Parser::parse_type_specification() {
         type->set_size(static_cast<std::uint32_t>(read_integer()));
         expect(")");
     }
-    if (set.data() == ks::index_type) type->add_value(parse_reference());
+    if (set == ks::index_type) type->add_value(parse_reference());
     if (accept(";")) return type;
     expect("{");
-    parse_type_body(*type, set.data() == ks::enumerated_types);
+    parse_type_body(*type, set == ks::enumerated_types);
     expect("}");
     accept(";");
     return type;
@@ -189,7 +189,7 @@ ValuePtr Parser::parse_menu_item_qualifiers() {
     ListBuilder qualifiers(*this);
     do {
         advance();
-        if (contains(ks::menu_item_qualifiers, consumed_word()))
+        if (contains(ks::menu_item_qualifiers, consumed().word()))
             qualifiers.add(make_simple(ValueKind::KEYWORD, consumed().text()));
         else
             error(messages::expected_menu_item_qualifier);
@@ -345,14 +345,14 @@ ValuePtr Parser::parse_action() {
 //               | HORIZONTAL '{' Y_VALUES braced_points '}' [';'] | VERTICAL '{' X_VALUES braced_points '}' [';']
 ValuePtr Parser::parse_waveform_type() {
     advance();
-    if (!contains(ks::waveform_types, consumed_word())) fatal_at_consumed(messages::expected_waveform_type);
+    const Word word = consumed().word();
+    if (!contains(ks::waveform_types, word)) fatal_at_consumed(messages::expected_waveform_type);
     auto* type = make<TypeValue>(consumed().text());
-    const std::string_view word = type->name();
     expect("{");
     if (word == "HORIZONTAL" || word == "VERTICAL") {
-        const std::string_view axis = word == "HORIZONTAL" ? "Y_VALUES" : "X_VALUES";
+        const Word axis = word == "HORIZONTAL" ? Word("Y_VALUES") : Word("X_VALUES");
         expect(axis);
-        type->set_attribute(axis, parse_braced_points());
+        type->set_attribute(spelling_of(axis), parse_braced_points());
     } else {
         while (!at("}")) parse_waveform_statement(*type, word == "YT");
     }

@@ -125,7 +125,7 @@ void Parser::parse_identification_entry(Identification& identification) {
 void Parser::parse_item_definition() {
     const Position origin{peek().file(), peek().line()};
     const std::string first(read_identifier(false));
-    ItemType type = find_item_type(first);
+    ItemType type = find_item_type_read(first);
     std::string name;
     std::string of_type;
     if (type == ItemType::UNKNOWN) {
@@ -152,7 +152,7 @@ void Parser::parse_item_definition() {
 // The type named after LIKE is the item's own; without one the base supplies it.
 std::string Parser::parse_like_base(ItemType& type) {
     const std::string word(read_identifier(false));
-    const ItemType named = find_item_type(word);
+    const ItemType named = find_item_type_read(word);
     if (named == ItemType::UNKNOWN) return word;
     if (type == ItemType::UNKNOWN) {
         type = named;

@@ -53,6 +53,14 @@ private:
     ValuePtr expect_keyword();
     ValuePtr parse_one_of(WordSet words);
     Position position_of(const Token& token) const { return {token.file(), token.line()}; }
+    // What the name read_identifier gave last stands for, by its token's word; nothing when
+    // the name is empty (the token was no name).
+    ItemType find_item_type_read(std::string_view name) const {
+        return name.empty() ? ItemType::UNKNOWN : find_item_type(consumed().word());
+    }
+    AttributeId find_attribute_read(std::string_view name) const {
+        return name.empty() ? AttributeId::INVALID : find_attribute(consumed().word());
+    }
     ValuePtr observed(ValuePtr value, Position where) {
         if (observer_ != nullptr) observer_->value_read(*value, where);
         return value;
@@ -126,7 +134,7 @@ private:
     ValuePtr parse_conditional(List list);
     ValuePtr parse_if(List list);
     ValuePtr parse_select(List list);
-    ValuePtr parse_conditional_head(std::string_view keyword);
+    ValuePtr parse_conditional_head(Word keyword);
     ValuePtr parse_branch(List list);
     ValuePtr parse_sequence(List list);
     ValuePtr parse_braced_sequence(List list);

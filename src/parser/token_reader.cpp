@@ -53,9 +53,9 @@ TokenReader::DepthGuard::DepthGuard(TokenReader& reader) : reader_(reader) {
     ++reader_.depth_;  // after the check: a throwing constructor runs no destructor
 }
 
-void TokenReader::expect(std::string_view text) {
+void TokenReader::expect(Word word) {
     advance();
-    if (consumed_word() != text) fatal_at_consumed(messages::expected_text, text);
+    if (consumed().word() != word) fatal_at_consumed(messages::expected_text, spelling_of(word));
 }
 
 std::string_view TokenReader::expect_kind(std::uint32_t kind, std::string_view message) {
@@ -66,9 +66,9 @@ std::string_view TokenReader::expect_kind(std::uint32_t kind, std::string_view m
 
 std::string_view TokenReader::expect_one_of(WordSet words) {
     advance();
-    if (!contains(words, consumed_word())) {
+    if (!words.contains(consumed().word())) {
         std::string list;
-        for (std::string_view word : words) {
+        for (std::string_view word : words.words()) {
             if (!list.empty()) list += ", ";
             list += word;
         }
