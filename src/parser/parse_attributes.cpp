@@ -81,7 +81,8 @@ ValuePtr Parser::parse_type_specification() {
         error(messages::expected_type_specifier);
         return make<NullValue>();
     }
-    auto* type = make<TypeValue>(expect_one_of(set));
+    expect_one_of(set);
+    auto* type = make<TypeValue>(LastingText{spelling_of(consumed().word())});
     if (accept("(")) {
         type->set_size(static_cast<std::uint32_t>(read_integer()));
         expect(")");
@@ -104,8 +105,12 @@ void Parser::parse_type_body(TypeValue& type, bool enumerated) {
         const bool word = (at_kind(EDDL_KEYWORD) || at_kind(IDENTIFIER)) && !at("IF") && !at("SELECT");
         if (word && (!enumerated || at_one_of(ks::value_attributes))) {
             advance();
-            const std::string name(consumed().text());
-            type.set_attribute(name, parse_conditional(List::VALUES));
+            if (const Word name = consumed().word(); name.in_table()) {
+                type.set_attribute(LastingText{spelling_of(name)}, parse_conditional(List::VALUES));
+            } else {
+                const std::string text(consumed().text());
+                type.set_attribute(text, parse_conditional(List::VALUES));
+            }
             continue;
         }
         if (!enumerated) break;
@@ -166,7 +171,7 @@ ValuePtr Parser::parse_menu_item() {
     ComposedBuilder item(*this);
     if (at_one_of(ks::menu_layout_words)) {
         advance();
-        item.set("item_reference", make_simple(ValueKind::KEYWORD, consumed().text()));
+        item.set("item_reference", make_keyword(consumed()));
         return item.finish("item");
     }
     if (at_kind(STRING) || at("[")) {
@@ -190,7 +195,7 @@ ValuePtr Parser::parse_menu_item_qualifiers() {
     do {
         advance();
         if (contains(ks::menu_item_qualifiers, consumed().word()))
-            qualifiers.add(make_simple(ValueKind::KEYWORD, consumed().text()));
+            qualifiers.add(make_keyword(consumed()));
         else
             error(messages::expected_menu_item_qualifier);
     } while (accept(",") || accept("&"));
@@ -207,7 +212,7 @@ ValuePtr Parser::parse_role() {
     advance();
     if (!consumed().is(EDDL_KEYWORD) && !consumed().is(IDENTIFIER))
         fatal_at_consumed(messages::expected_keyword_but_got);
-    return make_simple(ValueKind::KEYWORD, consumed().text());
+    return make_keyword(consumed());
 }
 
 // purpose_attribute : conditional_purposes [';']      role_attribute : conditional_roles [';']

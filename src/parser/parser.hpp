@@ -47,6 +47,8 @@ private:
         return description_.arena->make<V>(std::forward<Args>(args)...);
     }
     ValuePtr make_simple(ValueKind kind, std::string_view text);
+    // A keyword value of a token: a word of the keyword table keeps the table's own text.
+    ValuePtr make_keyword(const Token& token);
     // One token of a kind, or of a set of words, as a value of that kind; a mismatch is fatal.
     ValuePtr expect_integer();
     ValuePtr expect_float();
@@ -71,7 +73,7 @@ private:
     void parse_identification(Identification& identification);
     void parse_identification_entry(Identification& identification);
     void parse_item_definition();
-    std::string parse_like_base(ItemType& type);
+    std::string_view parse_like_base(ItemType& type);
     void check_item_profile(ItemType type, std::string_view word);
     void parse_method_header(Item& item);
     void register_item(Item item);

@@ -72,9 +72,16 @@ protected:
     [[noreturn]] void fatal_at_consumed(std::string_view message, std::string_view expected = {});
 
     // A token of the word, any kind: "Expected word but got ...".
-    void expect(Word word);
+    void expect(Word word) {
+        if (at(word)) advance();
+        else refuse_expected(word);
+    }
     // A token of `kind`; the message as for fatal_at_consumed. Returns its text.
-    std::string_view expect_kind(std::uint32_t kind, std::string_view message);
+    std::string_view expect_kind(std::uint32_t kind, std::string_view message) {
+        if (!at_kind(kind)) refuse_expected_kind(message);
+        advance();
+        return consumed().text();
+    }
     // A token whose text is one of `words`; the message lists them in byte order.
     std::string_view expect_one_of(WordSet words);
 
@@ -82,7 +89,11 @@ protected:
     std::uint64_t read_integer();
     // A name: an identifier, or a reserved word (with a warning when `warn`); anything else
     // is reported and gives the empty text.
-    std::string_view read_identifier(bool warn);
+    std::string_view read_identifier(bool warn) {
+        if (!at_kind(IDENTIFIER)) return read_other_identifier(warn);
+        advance();
+        return consumed().text();
+    }
 
     // Bounds recursion so that hostile nesting fails with a message, not a stack overflow.
     class DepthGuard {
@@ -99,6 +110,10 @@ protected:
 
 private:
     void skip_errors();
+    // The rarer paths of the above, out of line: they consume the token and report.
+    [[noreturn]] void refuse_expected(Word word);
+    [[noreturn]] void refuse_expected_kind(std::string_view message);
+    std::string_view read_other_identifier(bool warn);
 
     // The consumed token and the one under examination; advancing swaps their roles and
     // reads the next token straight into the slot freed.
