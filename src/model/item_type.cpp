@@ -67,22 +67,20 @@ static_assert([] {
 // Every item type and attribute is a word of the keyword table: the parser looks them up by
 // the number its token carries.
 constexpr std::size_t table_words = word_number_limit - first_table_word;
-constexpr auto item_types_by_word = [] {
-    std::array<ItemType, table_words> types;
-    types.fill(ItemType::UNKNOWN);
-#define EDD_ITEM_TYPE(name) types[Word(#name).number() - first_table_word] = ItemType::name;
-#include "model/item_types.def"
-#undef EDD_ITEM_TYPE
-    return types;
-}();
-constexpr auto attributes_by_word = [] {
-    std::array<AttributeId, table_words> ids;
-    ids.fill(AttributeId::INVALID);
-#define EDD_ATTRIBUTE(name) ids[Word(#name).number() - first_table_word] = AttributeId::name;
-#include "model/attributes.def"
-#undef EDD_ATTRIBUTE
-    return ids;
-}();
+// Every name must be a word of the table, or this does not compile.
+template <class Code, std::size_t N>
+constexpr auto by_word(const std::string_view (&names)[N], Code none) {
+    std::array<Code, table_words> codes{};
+    codes.fill(none);
+    for (std::size_t code = 0; code < N; ++code) {
+        const std::uint16_t number = word_number(names[code]);
+        if (number < first_table_word) throw "not a word of the keyword table";
+        codes[number - first_table_word] = static_cast<Code>(code);
+    }
+    return codes;
+}
+constexpr auto item_types_by_word = by_word(item_type_names, ItemType::UNKNOWN);
+constexpr auto attributes_by_word = by_word(attribute_names, AttributeId::INVALID);
 
 }  // namespace
 
