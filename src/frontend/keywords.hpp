@@ -221,17 +221,16 @@ static_assert([] {
 
 static_assert(std::ranges::all_of(punctuators, [](const Punctuator& p) { return p.kind < first_table_word; }));
 
-consteval Word::Word(const char* spelling) {
-    const std::string_view text(spelling);
-    for (const Punctuator& punctuator : punctuators) {
-        if (punctuator.spelling == text) {
-            number_ = static_cast<std::uint16_t>(punctuator.kind);
-            return;
-        }
-    }
+// The number of a punctuator or of a word of the table; 0 for any other text.
+constexpr std::uint16_t word_number(std::string_view text) {
+    for (const Punctuator& punctuator : punctuators)
+        if (punctuator.spelling == text) return static_cast<std::uint16_t>(punctuator.kind);
     const keyword_table::ClassifiedWord* entry = keyword_table::find_word(text);
-    if (entry == nullptr) throw "not a word of the keyword table";  // fails to compile
-    number_ = static_cast<std::uint16_t>(first_table_word + (entry - keyword_table::word_table.data()));
+    return entry == nullptr ? 0 : static_cast<std::uint16_t>(first_table_word + (entry - keyword_table::word_table.data()));
+}
+
+consteval Word::Word(const char* spelling) : number_(word_number(spelling)) {
+    if (number_ == 0) throw "not a word of the keyword table";  // fails to compile
 }
 
 }  // namespace edd

@@ -23,6 +23,8 @@ public:
 
     constexpr std::uint16_t number() const { return number_; }
     constexpr bool is_none() const { return number_ == 0; }
+    // A word of the keyword table (not a punctuator), whose spelling lasts as long as the program.
+    constexpr bool in_table() const;
     constexpr bool operator==(const Word&) const = default;
 
 private:
@@ -33,5 +35,7 @@ private:
 inline constexpr std::uint16_t first_table_word = 1024;
 // Every word number is below this.
 inline constexpr std::uint16_t word_number_limit = 2 * first_table_word;
+
+constexpr bool Word::in_table() const { return number_ >= first_table_word; }
 
 }  // namespace edd

@@ -70,6 +70,7 @@ public:
     // An undefined attribute throws std::logic_error.
     const ValuePtr& attribute(AttributeId id) const;
     void set_attribute(AttributeId id, ValuePtr value);
+    void reserve_attributes(std::size_t count) { slots_.reserve(count); }
     void remove_attribute(AttributeId id);
     // The attributes set, in ascending id order.
     std::span<const Slot> attributes() const { return slots_; }

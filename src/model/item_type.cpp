@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <iterator>
 
+#include "frontend/keywords.hpp"
+
 namespace edd {
 
 namespace {
@@ -62,7 +64,34 @@ static_assert([] {
     return attribute_code("") == attribute_count && attribute_code("LABELS") == attribute_count;
 }());
 
+// Every item type and attribute is a word of the keyword table: the parser looks them up by
+// the number its token carries.
+constexpr std::size_t table_words = word_number_limit - first_table_word;
+// Every name must be a word of the table, or this does not compile.
+template <class Code, std::size_t N>
+constexpr auto by_word(const std::string_view (&names)[N], Code none) {
+    std::array<Code, table_words> codes{};
+    codes.fill(none);
+    for (std::size_t code = 0; code < N; ++code) {
+        const std::uint16_t number = word_number(names[code]);
+        if (number < first_table_word) throw "not a word of the keyword table";
+        codes[number - first_table_word] = static_cast<Code>(code);
+    }
+    return codes;
+}
+constexpr auto item_types_by_word = by_word(item_type_names, ItemType::UNKNOWN);
+constexpr auto attributes_by_word = by_word(attribute_names, AttributeId::INVALID);
+
 }  // namespace
+
+ItemType find_item_type(Word word) {
+    return word.number() >= first_table_word ? item_types_by_word[word.number() - first_table_word] : ItemType::UNKNOWN;
+}
+
+AttributeId find_attribute(Word word) {
+    return word.number() >= first_table_word ? attributes_by_word[word.number() - first_table_word]
+                                             : AttributeId::INVALID;
+}
 
 ItemType find_item_type(std::string_view name) {
     auto it = std::ranges::lower_bound(item_type_names, name);

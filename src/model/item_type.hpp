@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "frontend/word.hpp"
+
 namespace edd {
 
 enum class ItemType : std::uint8_t {
@@ -33,6 +35,9 @@ constexpr bool is_valid(AttributeId id) { return code(id) < attribute_count; }
 ItemType find_item_type(std::string_view name);
 // The attribute of that name, case-sensitive; INVALID when absent.
 AttributeId find_attribute(std::string_view name);
+// The same for a token's word, one load: UNKNOWN and INVALID for no word or another one.
+ItemType find_item_type(Word word);
+AttributeId find_attribute(Word word);
 
 // The keyword of a code; empty for codes outside the table.
 std::string_view name_of(ItemType type);

@@ -19,6 +19,10 @@ public:
         data_ = kept.data();
         set_has_keys(kind == ValueKind::DICTIONARY_REFERENCE);
     }
+    SimpleValue(Arena&, ValueKind kind, LastingText text)
+        : Value(kind), size_(static_cast<std::uint32_t>(text.text.size())), data_(text.text.data()) {
+        set_has_keys(kind == ValueKind::DICTIONARY_REFERENCE);
+    }
 
     ValuePtr clone(Arena& arena) const override { return arena.make<SimpleValue>(kind(), text()); }
     std::string to_string() const override;

@@ -26,14 +26,14 @@ void TypeValue::collect_dictionary_keys(KeySet& keys) const {
     for (const ValuePtr& value : values_) collect_keys(value, keys);
 }
 
-void TypeValue::set_attribute(std::string_view name, ValuePtr value) {
+void TypeValue::put_attribute(std::string_view name, ValuePtr value, bool copy) {
     take_keys_of(value);
     auto it = std::ranges::lower_bound(attributes_, name, {}, &Attribute::name);
     if (it != attributes_.end() && it->name == name) {
         it->value = value;
         return;
     }
-    attributes_.insert(it, {copy_word(*attributes_.get_allocator().resource(), name), value});
+    attributes_.insert(it, {copy ? copy_word(*attributes_.get_allocator().resource(), name) : name, value});
 }
 
 }  // namespace edd

@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "model/attribute.hpp"
@@ -24,6 +25,8 @@ public:
           size_(size),
           attributes_(arena.resource()),
           values_(arena.resource()) {}
+    TypeValue(Arena& arena, LastingText name)
+        : Value(ValueKind::TYPE), name_(name.text), size_(0), attributes_(arena.resource()), values_(arena.resource()) {}
 
     ValuePtr clone(Arena& arena) const override;
     std::string to_string() const override;
@@ -33,7 +36,8 @@ public:
     std::uint32_t size() const { return size_; }
     void set_size(std::uint32_t size) { size_ = size; }
     // Replaces an earlier attribute of the same name; the name is copied.
-    void set_attribute(std::string_view name, ValuePtr value);
+    void set_attribute(std::string_view name, ValuePtr value) { put_attribute(name, std::move(value), true); }
+    void set_attribute(LastingText name, ValuePtr value) { put_attribute(name.text, std::move(value), false); }
     // In name order.
     std::span<const Attribute> attributes() const { return attributes_; }
     void add_value(ValuePtr value) {
@@ -43,6 +47,8 @@ public:
     std::span<const ValuePtr> values() const { return values_; }
 
 private:
+    void put_attribute(std::string_view name, ValuePtr value, bool copy);
+
     std::string_view name_;
     std::uint32_t size_;
     std::pmr::vector<Attribute> attributes_;  // sorted by name: a type holds a few

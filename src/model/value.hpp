@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "diagnostics/exceptions.hpp"
 #include "model/arena.hpp"
@@ -17,6 +18,12 @@
 namespace edd {
 
 class Value;
+
+// A text that outlives every description (a word of the keyword table): values keep it as
+// it is, without a copy or a lookup.
+struct LastingText {
+    std::string_view text;
+};
 
 // Dictionary keys in byte order, as the document lists them.
 using KeySet = std::set<std::string, std::less<>>;

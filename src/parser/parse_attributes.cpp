@@ -81,15 +81,16 @@ ValuePtr Parser::parse_type_specification() {
         error(messages::expected_type_specifier);
         return make<NullValue>();
     }
-    auto* type = make<TypeValue>(expect_one_of(set));
+    expect_one_of(set);
+    auto* type = make<TypeValue>(LastingText{spelling_of(consumed().word())});
     if (accept("(")) {
         type->set_size(static_cast<std::uint32_t>(read_integer()));
         expect(")");
     }
-    if (set.data() == ks::index_type) type->add_value(parse_reference());
+    if (set == ks::index_type) type->add_value(parse_reference());
     if (accept(";")) return type;
     expect("{");
-    parse_type_body(*type, set.data() == ks::enumerated_types);
+    parse_type_body(*type, set == ks::enumerated_types);
     expect("}");
     accept(";");
     return type;
@@ -104,8 +105,12 @@ void Parser::parse_type_body(TypeValue& type, bool enumerated) {
         const bool word = (at_kind(EDDL_KEYWORD) || at_kind(IDENTIFIER)) && !at("IF") && !at("SELECT");
         if (word && (!enumerated || at_one_of(ks::value_attributes))) {
             advance();
-            const std::string name(consumed().text());
-            type.set_attribute(name, parse_conditional(List::VALUES));
+            if (const Word name = consumed().word(); name.in_table()) {
+                type.set_attribute(LastingText{spelling_of(name)}, parse_conditional(List::VALUES));
+            } else {
+                const std::string text(consumed().text());
+                type.set_attribute(text, parse_conditional(List::VALUES));
+            }
             continue;
         }
         if (!enumerated) break;
@@ -166,7 +171,7 @@ ValuePtr Parser::parse_menu_item() {
     ComposedBuilder item(*this);
     if (at_one_of(ks::menu_layout_words)) {
         advance();
-        item.set("item_reference", make_simple(ValueKind::KEYWORD, consumed().text()));
+        item.set("item_reference", make_keyword(consumed()));
         return item.finish("item");
     }
     if (at_kind(STRING) || at("[")) {
@@ -189,8 +194,8 @@ ValuePtr Parser::parse_menu_item_qualifiers() {
     ListBuilder qualifiers(*this);
     do {
         advance();
-        if (contains(ks::menu_item_qualifiers, consumed_word()))
-            qualifiers.add(make_simple(ValueKind::KEYWORD, consumed().text()));
+        if (contains(ks::menu_item_qualifiers, consumed().word()))
+            qualifiers.add(make_keyword(consumed()));
         else
             error(messages::expected_menu_item_qualifier);
     } while (accept(",") || accept("&"));
@@ -207,7 +212,7 @@ ValuePtr Parser::parse_role() {
     advance();
     if (!consumed().is(EDDL_KEYWORD) && !consumed().is(IDENTIFIER))
         fatal_at_consumed(messages::expected_keyword_but_got);
-    return make_simple(ValueKind::KEYWORD, consumed().text());
+    return make_keyword(consumed());
 }
 
 // purpose_attribute : conditional_purposes [';']      role_attribute : conditional_roles [';']
@@ -345,14 +350,14 @@ ValuePtr Parser::parse_action() {
 //               | HORIZONTAL '{' Y_VALUES braced_points '}' [';'] | VERTICAL '{' X_VALUES braced_points '}' [';']
 ValuePtr Parser::parse_waveform_type() {
     advance();
-    if (!contains(ks::waveform_types, consumed_word())) fatal_at_consumed(messages::expected_waveform_type);
+    const Word word = consumed().word();
+    if (!contains(ks::waveform_types, word)) fatal_at_consumed(messages::expected_waveform_type);
     auto* type = make<TypeValue>(consumed().text());
-    const std::string_view word = type->name();
     expect("{");
     if (word == "HORIZONTAL" || word == "VERTICAL") {
-        const std::string_view axis = word == "HORIZONTAL" ? "Y_VALUES" : "X_VALUES";
+        const Word axis = word == "HORIZONTAL" ? Word("Y_VALUES") : Word("X_VALUES");
         expect(axis);
-        type->set_attribute(axis, parse_braced_points());
+        type->set_attribute(spelling_of(axis), parse_braced_points());
     } else {
         while (!at("}")) parse_waveform_statement(*type, word == "YT");
     }

@@ -125,7 +125,7 @@ ValuePtr Parser::parse_select(List list) {
 }
 
 // conditional_head : ( IF | SELECT ) '(' expression_list ')' '{' — gives the expression list
-ValuePtr Parser::parse_conditional_head(std::string_view keyword) {
+ValuePtr Parser::parse_conditional_head(Word keyword) {
     expect(keyword);
     expect("(");
     ValuePtr expressions = parse_expression_list();

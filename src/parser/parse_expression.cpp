@@ -19,8 +19,8 @@ namespace {
 // Binary operators by level, loosest first. Every level is right-associative: the right
 // operand is read at the operator's own level, so a - b - c groups as a - (b - c).
 struct BinaryOperator {
-    std::string_view spelling;
-    int level;
+    Word word;
+    std::uint8_t level;
 };
 constexpr BinaryOperator binary_operators[] = {
     {"||", 4}, {"&&", 5}, {"|", 6}, {"^", 7}, {"&", 8}, {"==", 9}, {"!=", 9}, {"<", 10}, {">", 10}, {"<=", 10},
@@ -28,40 +28,33 @@ constexpr BinaryOperator binary_operators[] = {
 };
 constexpr int loosest_binary_level = 3;
 
-constexpr std::string_view assignment_operators[] = {"=", "+=", "-=", "*=", "/=", "%=", "<<=", ">>=", "&=", "^=", "|="};
-constexpr std::string_view prefix_operators[] = {"~", "!", "+", "-", "++", "--"};
-constexpr std::string_view postfix_operators[] = {"++", "--"};
+constexpr Word assignment_operators[] = {"=", "+=", "-=", "*=", "/=", "%=", "<<=", ">>=", "&=", "^=", "|="};
+constexpr Word prefix_operators[] = {"~", "!", "+", "-", "++", "--"};
+constexpr Word postfix_operators[] = {"++", "--"};
 
-// After every operand the parser asks whether an operator follows, and mostly none does: a
-// table of the bytes that start some operator answers most questions without comparing.
-constexpr auto operator_starts = [] {
-    std::array<bool, 256> starts{};
-    for (const BinaryOperator& op : binary_operators) starts[static_cast<unsigned char>(op.spelling[0])] = true;
-    for (std::string_view spelling : assignment_operators) starts[static_cast<unsigned char>(spelling[0])] = true;
-    for (std::string_view spelling : prefix_operators) starts[static_cast<unsigned char>(spelling[0])] = true;
-    for (std::string_view spelling : postfix_operators) starts[static_cast<unsigned char>(spelling[0])] = true;
-    return starts;
+// After every operand the parser asks whether an operator follows: one table, indexed by
+// the look-ahead's word (operators are punctuators, numbered below the table's words),
+// answers every such question.
+struct OperatorRoles {
+    std::uint8_t binary_level = 0;  // 0: no binary operator
+    bool assignment = false;
+    bool prefix = false;
+    bool postfix = false;
+};
+constexpr auto operator_roles = [] {
+    std::array<OperatorRoles, first_table_word> roles{};
+    for (const BinaryOperator& op : binary_operators) roles[op.word.number()].binary_level = op.level;
+    for (const Word word : assignment_operators) roles[word.number()].assignment = true;
+    for (const Word word : prefix_operators) roles[word.number()].prefix = true;
+    for (const Word word : postfix_operators) roles[word.number()].postfix = true;
+    return roles;
 }();
 
-bool may_be_operator(std::string_view word) {
-    return !word.empty() && operator_starts[static_cast<unsigned char>(word[0])];
-}
+OperatorRoles roles_of(Word word) { return word.number() < first_table_word ? operator_roles[word.number()] : OperatorRoles{}; }
 
-// `word` is the look-ahead's word: a string literal is none.
-std::optional<int> binary_level(std::string_view word) {
-    // Every spelling is one or two characters.
-    if (!may_be_operator(word) || word.size() > 2) return std::nullopt;
-    for (const BinaryOperator& op : binary_operators)
-        if (op.spelling[0] == word[0] && op.spelling == word) return op.level;
-    return std::nullopt;
-}
-
-template <std::size_t N>
-bool is_one_of(std::string_view word, const std::string_view (&spellings)[N]) {
-    if (!may_be_operator(word)) return false;
-    for (std::string_view spelling : spellings)
-        if (spelling[0] == word[0] && spelling == word) return true;
-    return false;
+std::optional<int> binary_level(Word word) {
+    const int level = roles_of(word).binary_level;
+    return level != 0 ? std::optional<int>(level) : std::nullopt;
 }
 
 }  // namespace
@@ -91,7 +84,7 @@ ValuePtr Parser::parse_expression_list() {
 // assignment : conditional [ assignment_operator assignment ]
 ValuePtr Parser::parse_assignment_expression() {
     ValuePtr left = parse_conditional_expression();
-    if (!is_one_of(peek_word(), assignment_operators)) return left;
+    if (!roles_of(peek().word()).assignment) return left;
     DepthGuard guard(*this);
     ValuePtr op = parse_operator();
     ValuePtr right = parse_assignment_expression();
@@ -115,7 +108,7 @@ ValuePtr Parser::parse_conditional_expression() {
 // binary : prefix [ operator binary ]   for the operators tighter than `limit`
 ValuePtr Parser::parse_binary_expression(int limit) {
     ValuePtr left = parse_prefix_expression();
-    for (auto level = binary_level(peek_word()); level && *level > limit; level = binary_level(peek_word())) {
+    for (auto level = binary_level(peek().word()); level && *level > limit; level = binary_level(peek().word())) {
         DepthGuard guard(*this);
         ValuePtr op = parse_operator();
         ValuePtr right = parse_binary_expression(*level - 1);
@@ -126,7 +119,7 @@ ValuePtr Parser::parse_binary_expression(int limit) {
 
 // prefix : prefix_operator prefix | postfix
 ValuePtr Parser::parse_prefix_expression() {
-    if (!is_one_of(peek_word(), prefix_operators)) return parse_postfix_expression();
+    if (!roles_of(peek().word()).prefix) return parse_postfix_expression();
     DepthGuard guard(*this);
     ValuePtr op = parse_operator();
     ValuePtr operand = parse_prefix_expression();
@@ -136,7 +129,7 @@ ValuePtr Parser::parse_prefix_expression() {
 // postfix : primary [ '++' | '--' ]
 ValuePtr Parser::parse_postfix_expression() {
     ValuePtr operand = parse_primary_expression();
-    if (!is_one_of(peek_word(), postfix_operators)) return operand;
+    if (!roles_of(peek().word()).postfix) return operand;
     ValuePtr op = parse_operator();
     return make<Expression>(operand, op);
 }

@@ -45,7 +45,7 @@ void Parser::parse_attribute_statement(Item& item) {
 // is dropped. A redefinition replaces the slot even where attributes accumulate.
 void Parser::parse_attribute(Item& item, bool redefine) {
     const std::string_view name = read_identifier(false);
-    const AttributeId id = find_attribute(name);
+    const AttributeId id = find_attribute_read(name);
     if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
     ValuePtr value = parse_attribute_value(item, id);
     if (!profile_.allows_attribute(item.type(), id))
@@ -61,7 +61,7 @@ void Parser::parse_attribute(Item& item, bool redefine) {
 // deletion : DELETE attribute_name ';'
 void Parser::parse_attribute_deletion(Item& item) {
     const std::string_view name = read_identifier(false);
-    const AttributeId id = find_attribute(name);
+    const AttributeId id = find_attribute_read(name);
     if (!is_valid(id)) fatal(format_message(messages::invalid_attribute_id, {name}));
     expect(";");
     if (!profile_.allows_attribute(item.type(), id))

@@ -28,6 +28,11 @@ Parser::Parser(TokenStream& source, std::string file_name, const Profile& profil
 
 ValuePtr Parser::make_simple(ValueKind kind, std::string_view text) { return make<SimpleValue>(kind, text); }
 
+ValuePtr Parser::make_keyword(const Token& token) {
+    if (token.word().in_table()) return make<SimpleValue>(ValueKind::KEYWORD, LastingText{spelling_of(token.word())});
+    return make_simple(ValueKind::KEYWORD, token.text());
+}
+
 ValuePtr Parser::expect_integer() {
     return make_simple(ValueKind::INTEGER, expect_kind(INTEGER, messages::expected_integer_but_got));
 }
@@ -35,10 +40,14 @@ ValuePtr Parser::expect_integer() {
 ValuePtr Parser::expect_float() { return make_simple(ValueKind::FLOAT, expect_kind(FLOAT, messages::expected_float_but_got)); }
 
 ValuePtr Parser::expect_keyword() {
-    return make_simple(ValueKind::KEYWORD, expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got));
+    expect_kind(EDDL_KEYWORD, messages::expected_keyword_but_got);
+    return make_keyword(consumed());
 }
 
-ValuePtr Parser::parse_one_of(WordSet words) { return make_simple(ValueKind::KEYWORD, expect_one_of(words)); }
+ValuePtr Parser::parse_one_of(WordSet words) {
+    expect_one_of(words);
+    return make_keyword(consumed());
+}
 
 // The handlers other than ParseError report faults of the converter rather than of the
 // description: on standard error, not counted.
@@ -124,10 +133,11 @@ void Parser::parse_identification_entry(Identification& identification) {
 //                 | name LIKE [ item_type ] base body
 void Parser::parse_item_definition() {
     const Position origin{peek().file(), peek().line()};
-    const std::string first(read_identifier(false));
-    ItemType type = find_item_type(first);
-    std::string name;
-    std::string of_type;
+    // The texts read stay as long as the token stream: views, not copies.
+    const std::string_view first = read_identifier(false);
+    ItemType type = find_item_type_read(first);
+    std::string_view name;
+    std::string_view of_type;
     if (type == ItemType::UNKNOWN) {
         if (!at("LIKE")) fatal_at_consumed(messages::expected_edd_object);
         name = first;  // name LIKE [item_type] base
@@ -137,9 +147,10 @@ void Parser::parse_item_definition() {
             of_type = read_identifier(false);
         name = read_identifier(true);
     }
-    const std::string parent = accept("LIKE") ? parse_like_base(type) : std::string();
+    const std::string_view parent = accept("LIKE") ? parse_like_base(type) : std::string_view();
     item_slots_.release();
     Item item(*description_.arena, type, name, origin, &item_slots_);
+    item.reserve_attributes(attribute_count);  // in the reused buffer: no regrowth as attributes come
     if (!of_type.empty()) item.set_attribute(AttributeId::of_type, make_simple(ValueKind::KEYWORD, of_type));
     if (type == ItemType::METHOD && at("(")) parse_method_header(item);
     parse_item_body(item);
@@ -150,15 +161,15 @@ void Parser::parse_item_definition() {
 
 // like_base : [ item_type ] base
 // The type named after LIKE is the item's own; without one the base supplies it.
-std::string Parser::parse_like_base(ItemType& type) {
-    const std::string word(read_identifier(false));
-    const ItemType named = find_item_type(word);
+std::string_view Parser::parse_like_base(ItemType& type) {
+    const std::string_view word = read_identifier(false);
+    const ItemType named = find_item_type_read(word);
     if (named == ItemType::UNKNOWN) return word;
     if (type == ItemType::UNKNOWN) {
         type = named;
         check_item_profile(type, word);
     }
-    return std::string(read_identifier(false));
+    return read_identifier(false);
 }
 
 void Parser::check_item_profile(ItemType type, std::string_view word) {

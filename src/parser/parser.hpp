@@ -47,12 +47,22 @@ private:
         return description_.arena->make<V>(std::forward<Args>(args)...);
     }
     ValuePtr make_simple(ValueKind kind, std::string_view text);
+    // A keyword value of a token: a word of the keyword table keeps the table's own text.
+    ValuePtr make_keyword(const Token& token);
     // One token of a kind, or of a set of words, as a value of that kind; a mismatch is fatal.
     ValuePtr expect_integer();
     ValuePtr expect_float();
     ValuePtr expect_keyword();
     ValuePtr parse_one_of(WordSet words);
     Position position_of(const Token& token) const { return {token.file(), token.line()}; }
+    // What the name read_identifier gave last stands for, by its token's word; nothing when
+    // the name is empty (the token was no name).
+    ItemType find_item_type_read(std::string_view name) const {
+        return name.empty() ? ItemType::UNKNOWN : find_item_type(consumed().word());
+    }
+    AttributeId find_attribute_read(std::string_view name) const {
+        return name.empty() ? AttributeId::INVALID : find_attribute(consumed().word());
+    }
     ValuePtr observed(ValuePtr value, Position where) {
         if (observer_ != nullptr) observer_->value_read(*value, where);
         return value;
@@ -63,7 +73,7 @@ private:
     void parse_identification(Identification& identification);
     void parse_identification_entry(Identification& identification);
     void parse_item_definition();
-    std::string parse_like_base(ItemType& type);
+    std::string_view parse_like_base(ItemType& type);
     void check_item_profile(ItemType type, std::string_view word);
     void parse_method_header(Item& item);
     void register_item(Item item);
@@ -126,7 +136,7 @@ private:
     ValuePtr parse_conditional(List list);
     ValuePtr parse_if(List list);
     ValuePtr parse_select(List list);
-    ValuePtr parse_conditional_head(std::string_view keyword);
+    ValuePtr parse_conditional_head(Word keyword);
     ValuePtr parse_branch(List list);
     ValuePtr parse_sequence(List list);
     ValuePtr parse_braced_sequence(List list);

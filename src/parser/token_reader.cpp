@@ -53,22 +53,21 @@ TokenReader::DepthGuard::DepthGuard(TokenReader& reader) : reader_(reader) {
     ++reader_.depth_;  // after the check: a throwing constructor runs no destructor
 }
 
-void TokenReader::expect(std::string_view text) {
+void TokenReader::refuse_expected(Word word) {
     advance();
-    if (consumed_word() != text) fatal_at_consumed(messages::expected_text, text);
+    fatal_at_consumed(messages::expected_text, spelling_of(word));
 }
 
-std::string_view TokenReader::expect_kind(std::uint32_t kind, std::string_view message) {
+void TokenReader::refuse_expected_kind(std::string_view message) {
     advance();
-    if (!consumed().is(kind)) fatal_at_consumed(message);
-    return consumed().text();
+    fatal_at_consumed(message);
 }
 
 std::string_view TokenReader::expect_one_of(WordSet words) {
     advance();
-    if (!contains(words, consumed_word())) {
+    if (!words.contains(consumed().word())) {
         std::string list;
-        for (std::string_view word : words) {
+        for (std::string_view word : words.words()) {
             if (!list.empty()) list += ", ";
             list += word;
         }
@@ -86,7 +85,7 @@ std::uint64_t TokenReader::read_integer() {
     return to_integer(consumed().text());
 }
 
-std::string_view TokenReader::read_identifier(bool warn) {
+std::string_view TokenReader::read_other_identifier(bool warn) {
     advance();
     std::string_view warning_message;
     switch (consumed().kind()) {

@@ -2,8 +2,9 @@
 // The reading base of the EDDL parser and the dictionary reader: the token under
 // examination and the one consumed last, the reporters, and the few ways of consuming a
 // token. Reports name the position of the token consumed last; the texts handed out stay
-// valid as long as the token stream. A string literal never counts as the word or
-// punctuator it happens to spell: every test of a token's word goes through word_of.
+// valid as long as the token stream. Words and punctuators are tested by their numbers
+// (at("IF") compares the number the compiler found for "IF"); a string literal never counts
+// as the word or punctuator it happens to spell: its token carries no word.
 //
 //   accept     consumes the token only when it matches
 //   expect...  consumes one token; a mismatch is fatal (reported, then ParseError thrown)
@@ -34,10 +35,10 @@ protected:
     const Token& peek() const { return slots_[peek_slot_]; }
     // The token consumed last.
     const Token& consumed() const { return slots_[peek_slot_ ^ 1]; }
-    // The word a token stands for: its text, or nothing for a string literal.
-    static std::string_view word_of(const Token& token) { return token.is(STRING) ? std::string_view() : token.text(); }
-    std::string_view peek_word() const { return word_of(peek()); }
-    std::string_view consumed_word() const { return word_of(consumed()); }
+    // The text of the word a token stands for: its text, or nothing for a string literal.
+    static std::string_view word_text(const Token& token) { return token.is(STRING) ? std::string_view() : token.text(); }
+    std::string_view peek_word() const { return word_text(peek()); }
+    std::string_view consumed_word() const { return word_text(consumed()); }
     Diagnostics& diagnostics() const { return diagnostics_; }
 
     // Consumes one significant token; blanks, line ends, comments and ERROR tokens are
@@ -48,13 +49,12 @@ protected:
         if (slots_[peek_slot_].is(ERROR)) skip_errors();
     }
 
-    // The text first: most tests fail there, and cheaply.
-    bool at(std::string_view text) const { return peek().text() == text && !peek().is(STRING); }
-    bool at_one_of(WordSet words) const { return contains(words, peek_word()); }
+    bool at(Word word) const { return peek().word() == word; }
+    bool at_one_of(WordSet words) const { return words.contains(peek().word()); }
     bool at_kind(std::uint32_t kind) const { return peek().is(kind); }
     bool at_end() const { return peek().is(END_OF_FILE) && peek().text().empty(); }
-    bool accept(std::string_view text) {
-        if (!at(text)) return false;
+    bool accept(Word word) {
+        if (!at(word)) return false;
         advance();
         return true;
     }
@@ -71,10 +71,17 @@ protected:
     // The message with %0 the consumed token's text, %1 that token printed, %2 `expected`.
     [[noreturn]] void fatal_at_consumed(std::string_view message, std::string_view expected = {});
 
-    // A token whose text is `text`, any kind: "Expected text but got ...".
-    void expect(std::string_view text);
+    // A token of the word, any kind: "Expected word but got ...".
+    void expect(Word word) {
+        if (at(word)) advance();
+        else refuse_expected(word);
+    }
     // A token of `kind`; the message as for fatal_at_consumed. Returns its text.
-    std::string_view expect_kind(std::uint32_t kind, std::string_view message);
+    std::string_view expect_kind(std::uint32_t kind, std::string_view message) {
+        if (!at_kind(kind)) refuse_expected_kind(message);
+        advance();
+        return consumed().text();
+    }
     // A token whose text is one of `words`; the message lists them in byte order.
     std::string_view expect_one_of(WordSet words);
 
@@ -82,7 +89,11 @@ protected:
     std::uint64_t read_integer();
     // A name: an identifier, or a reserved word (with a warning when `warn`); anything else
     // is reported and gives the empty text.
-    std::string_view read_identifier(bool warn);
+    std::string_view read_identifier(bool warn) {
+        if (!at_kind(IDENTIFIER)) return read_other_identifier(warn);
+        advance();
+        return consumed().text();
+    }
 
     // Bounds recursion so that hostile nesting fails with a message, not a stack overflow.
     class DepthGuard {
@@ -99,6 +110,10 @@ protected:
 
 private:
     void skip_errors();
+    // The rarer paths of the above, out of line: they consume the token and report.
+    [[noreturn]] void refuse_expected(Word word);
+    [[noreturn]] void refuse_expected_kind(std::string_view message);
+    std::string_view read_other_identifier(bool warn);
 
     // The consumed token and the one under examination; advancing swaps their roles and
     // reads the next token straight into the slot freed.

@@ -12,6 +12,7 @@
 #include <tuple>
 #include <vector>
 
+#include "frontend/keywords.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/preprocessor.hpp"
 #include "test_support.hpp"
@@ -25,6 +26,7 @@ struct Delivered {
     std::string text;
     std::string file_name;
     int line;
+    Word word;
 };
 
 struct Drained {
@@ -45,7 +47,7 @@ Drained drain(std::string text, std::vector<std::string> include_paths) {
         EXPECT_EQ(t.is(ERROR), t.text() == "preprocessor error");
         if (!out.spellings.empty()) out.spellings += ' ';
         out.spellings += t.is(ERROR) ? std::string("ERR") : std::string(t.text());
-        out.tokens.push_back({t.kind(), std::string(t.text()), t.file_name(), t.line()});
+        out.tokens.push_back({t.kind(), std::string(t.text()), t.file_name(), t.line(), t.word()});
     }
     out.diagnostics = diag.str();
     return out;
@@ -172,13 +174,20 @@ TEST_F(PreprocessorTest, Table) {
     }
 }
 
-// A pasted token keeps the left token's kind; a stringified one is a STRING with its quotes.
+// A pasted token keeps the left token's kind and gets the word of its text, which the
+// parser tests; a stringified one is a STRING with its quotes, and no word.
 TEST_F(PreprocessorTest, MadeTokensTheirKinds) {
-    const Drained result = run("#define S(a) #a\n#define T #foo\n#define P(a,b) a ## b\nS(hello) T P(x,1) P(1,x) P(+,=)");
+    const Drained result = run("#define S(a) #a\n#define T #foo\n#define P(a,b) a ## b\n"
+                               "S(hello) T P(x,1) P(1,x) P(+,=) P(LA,BEL) P(-,>) S(IF)");
     std::vector<std::uint32_t> kinds;
-    for (const Delivered& t : result.tokens) kinds.push_back(t.kind);
-    EXPECT_EQ(result.spellings, "\"hello\" \"foo\" x1 1x +=");
-    EXPECT_EQ(kinds, (std::vector<std::uint32_t>{STRING, STRING, IDENTIFIER, INTEGER, PLUS}));
+    std::vector<Word> words;
+    for (const Delivered& t : result.tokens) {
+        kinds.push_back(t.kind);
+        words.push_back(t.word);
+    }
+    EXPECT_EQ(result.spellings, "\"hello\" \"foo\" x1 1x += LABEL -> \"IF\"");
+    EXPECT_EQ(kinds, (std::vector<std::uint32_t>{STRING, STRING, IDENTIFIER, INTEGER, PLUS, IDENTIFIER, MINUS, STRING}));
+    EXPECT_EQ(words, (std::vector<Word>{Word(), Word(), Word(), Word(), "+=", "LABEL", "->", Word()}));
 }
 
 // Expanded tokens carry the position where they were written: the body's line for the
