@@ -225,8 +225,8 @@ static_assert(std::ranges::all_of(punctuators, [](const Punctuator& p) { return 
 constexpr std::uint16_t word_number(std::string_view text) {
     for (const Punctuator& punctuator : punctuators)
         if (punctuator.spelling == text) return static_cast<std::uint16_t>(punctuator.kind);
-    const keyword_table::ClassifiedWord* entry = keyword_table::find_word(text);
-    return entry == nullptr ? 0 : static_cast<std::uint16_t>(first_table_word + (entry - keyword_table::word_table.data()));
+    const std::size_t slot = keyword_table::find_slot(text);
+    return slot == keyword_table::word_table_size ? 0 : static_cast<std::uint16_t>(first_table_word + slot);
 }
 
 consteval Word::Word(const char* spelling) : number_(word_number(spelling)) {
