@@ -34,7 +34,8 @@ TEST(LanguageTexts, Table) {
         {"|en||de|x", "<en:><de:x>"},
         {"|zh_CN|x|en-US|y", "<zh_CN:x><en-US:y>"},
         {"a|b|c", "<:a|b|c>"},                  // one letter marks nothing
-        {"|toolong|x", "<:|toolong|x>"},        // nor six
+        {"|german|x", "<:|german|x>"},          // nor six
+        {"|e-|x|e_s|y", "<:|e-|x|e_s|y>"},      // nor "-" or "_" before two letters
         {"|_x|y", "<:|_x|y>"},                  // nor a start that is no letter
         {"x|de", "<:x|de>"},                    // nor an unclosed mark
         {"1|2|en|3", "<:1|2><en:3>"},

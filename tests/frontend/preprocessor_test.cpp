@@ -111,6 +111,8 @@ const Case cases[] = {
     {"#define P a\n#define Q x ## y P\nQ", "xy a"},
     {"#define S(x) #x\n#define T S(a b)\nT", "\"a\" b"},
     {"#define xy 5\n#define P(a,b) [a##b]\nP(x,y)", "[ 5 ]"},
+    // Only the tokens beside "##" are joined; the rest of each argument stays as it is.
+    {"#define P(a,b) a##b\nP(x, y z) P(1 2, 3)", "xy z 1 23"},
     {"#define S(a) #a\nS(a  \t b /* c */ d) S( e f  )", "\"a    b   d\" \"e f\""},
     {"#define B x  \n#define S(a) #a\nS(B y)", "\"x y\""},
     // Macros that refer to themselves end.
