@@ -323,7 +323,7 @@ TEST_F(HostileInput, ImagesHeldOnce) {
     for (const char* path : {"img/big.bin", "img/./big.bin", "./img/big.bin", "img//big.bin"})
         for (int i = 0; i < 2; ++i) images.append("IMAGE i").append(std::to_string(images.size())).append(" { PATH \"").append(path).append("\"; }\n");
     long peak_mib = 0;
-    expect(convert_measured(images, peak_mib, {"-o", "/dev/null"}), 0, "", 10);
+    expect(convert_measured(images, peak_mib, {"-o", "/dev/null"}), 0, "");
     EXPECT_LT(peak_mib, 70 * memory_factor);  // eight encoded copies took 100 MiB more
 
     std::filesystem::resize_file(dir_.path() / "img" / "big.bin", std::uint64_t{1} << 30);  // sparse
