@@ -71,8 +71,8 @@ public:
         next_.push_back(none);
         auto [chain, inserted] = chains_.try_emplace(item.name(), Chain{at, at});
         if (inserted) return;
-        if (chain->second.first == none) chain->second.first = at;
-        else next_[chain->second.last] = at;
+        // Every selection comes before the first DELETE: a chain's head is never gone yet.
+        next_[chain->second.last] = at;
         chain->second.last = at;
     }
     // The first selection of the name still there, or none. What is removed never comes
