@@ -53,14 +53,27 @@ Preprocessor::~Preprocessor() = default;
 
 // ---- Delivery -----------------------------------------------------------------------------
 
-// While a conditional is open, what would be delivered goes to it instead; blanks are read
-// as they stand then, since a kept branch is read again.
-void Preprocessor::deliver(bool significant, Token& token) {
-    for (;;) {
+// The common case in one short pass: outside every conditional, a token straight from the
+// innermost source that starts no directive and may name no macro is delivered as it stands.
+void Preprocessor::read_significant(Token& token) {
+    if (conditionals_.empty() && sources_.next_significant_straight(token)) {
+        if (!token.is(PREPROCESSOR_SWITCH) && !(token.is(IDENTIFIER) && macros_.may_name(token.text()))) return;
+        return deliver(true, token, true);
+    }
+    deliver(true, token, false);
+}
+
+// The next token; `in_hand` when it is read already and only to be dealt with. While a
+// conditional is open, what would be delivered goes to it instead; blanks are read as they
+// stand then, since a kept branch is read again.
+void Preprocessor::deliver(bool significant, Token& token, bool in_hand) {
+    for (;; in_hand = false) {
         const bool collecting = !conditionals_.empty();
         try {
-            if (significant && !collecting) sources_.next_significant(token);
-            else sources_.next(token);
+            if (!in_hand) {
+                if (significant && !collecting) sources_.next_significant(token);
+                else sources_.next(token);
+            }
             if (token.is(PREPROCESSOR_SWITCH)) {
                 // An empty directive gives its line end.
                 std::optional<Token> result = directive();
