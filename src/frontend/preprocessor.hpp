@@ -60,6 +60,8 @@ private:
     void include_file();
 
     bool expand(const Token& name, bool apply_operators);
+    bool expand(std::shared_ptr<const Macro> macro, bool apply_operators);
+    bool expand_delivered(Token& token);
     bool take_over_body(const Token& name, TokenSequence& body);
     bool names_no_macro(const TokenSequence& tokens) const;
     MacroArguments collect_arguments(bool apply_operators, std::size_t expected);
