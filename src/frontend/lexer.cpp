@@ -134,6 +134,13 @@ void Lexer::lex_operator(Token& token, const char* start) {
         ++cursor_;
         return make(token, PREPROCESSOR_PASTE, start);
     }
+    // Most operators stand alone: every punctuator of two or three bytes goes on with one of
+    // these bytes, and every operator byte alone is the kind of that byte.
+    switch (*cursor_) {
+    case '<': case '>': case '=': case '&': case '|': case '+': case '-': break;
+    default:
+        return make(token, static_cast<unsigned char>(*start), start, Word::numbered(static_cast<unsigned char>(*start)));
+    }
     // Longest match; every operator character is a punctuator on its own.
     const std::size_t available = static_cast<std::size_t>(end_ - start);
     const auto punctuator = *match_punctuator(std::string_view(start, std::min<std::size_t>(available, 3)));
