@@ -2,6 +2,7 @@
 #include "frontend/lexer.hpp"
 
 #include <algorithm>
+#include <array>
 
 #include "diagnostics/messages.hpp"
 #include "frontend/char_class.hpp"
@@ -38,27 +39,50 @@ void Lexer::start() {
         if (peek() == mark_byte) ++cursor_;
 }
 
+namespace {
+
+// What a token starting with a byte is: the lexer's first decision, one table lookup and a
+// dense switch (the cases as byte ranges cost a chain of tests per token).
+enum class Start : std::uint8_t { OTHER, BLANK, LINE_FEED, SINGLE, OPERATOR, QUOTE, BACKSLASH, DIGIT, WORD };
+
+constexpr auto starts = [] {
+    std::array<Start, 256> table{};
+    for (const char c : std::string_view("\t\v\r ")) table[static_cast<unsigned char>(c)] = Start::BLANK;
+    table['\n'] = Start::LINE_FEED;
+    for (const char c : std::string_view("(),:;?[]{}")) table[static_cast<unsigned char>(c)] = Start::SINGLE;
+    for (const char c : std::string_view("!#%&*+-./<=>^|~")) table[static_cast<unsigned char>(c)] = Start::OPERATOR;
+    table['"'] = Start::QUOTE;
+    table['\\'] = Start::BACKSLASH;
+    for (std::size_t c = 0; c < table.size(); ++c) {
+        if (chars::is(static_cast<int>(c), chars::IDENT_START)) table[c] = Start::WORD;
+        if (chars::is(static_cast<int>(c), chars::DIGIT)) table[c] = Start::DIGIT;
+    }
+    return table;
+}();
+
+}  // namespace
+
 // Inlined into both readers: a call per token is a good part of what a token costs.
 [[gnu::always_inline]] inline void Lexer::lex_next(Token& token) {
     for (;;) {
         if (cursor_ == end_) return make(token, END_OF_FILE, cursor_);
         const char* start = cursor_++;
-        switch (*start) {
-        case '\t': case '\v': case '\r': case ' ':
+        switch (starts[static_cast<unsigned char>(*start)]) {
+        case Start::WORD: return lex_word(token, start);
+        case Start::SINGLE:
+            return make(token, static_cast<unsigned char>(*start), start, Word::numbered(static_cast<unsigned char>(*start)));
+        case Start::OPERATOR: return lex_operator(token, start);
+        case Start::QUOTE: return lex_string(token, start);
+        case Start::DIGIT: return lex_number(token, start);
+        case Start::BLANK:
             if (blank_runs_)
                 cursor_ = skip(cursor_, chars::BLANK);
             return make(token, WHITESPACE, start);
-        case '\n':
+        case Start::LINE_FEED:
             make(token, NEWLINE, start);
             ++line_;
             return;
-        case '(': case ')': case ',': case ':': case ';': case '?': case '[': case ']': case '{': case '}':
-            return make(token, static_cast<unsigned char>(*start), start, Word::numbered(static_cast<unsigned char>(*start)));
-        case '!': case '#': case '%': case '&': case '*': case '+': case '-': case '.': case '/':
-        case '<': case '=': case '>': case '^': case '|': case '~':
-            return lex_operator(token, start);
-        case '"': return lex_string(token, start);
-        case '\\':
+        case Start::BACKSLASH:
             if (*cursor_ == '\r' || *cursor_ == '\n') {
                 ++line_;
                 if (*cursor_++ == '\r' && *cursor_ == '\n') ++cursor_;
@@ -67,31 +91,29 @@ void Lexer::start() {
                 skip_after_backslash();
             }
             continue;
-        default:
-            if (chars::is_byte(*start, chars::DIGIT)) return lex_number(token, start);
-            if (chars::is_byte(*start, chars::IDENT_START)) return lex_word(token, start);
-            return make(token, UNDEFINED, start);
+        case Start::OTHER: return make(token, UNDEFINED, start);
         }
     }
 }
 
 void Lexer::read(Token& token) { lex_next(token); }
 
-void Lexer::read_past_blanks(Token& token, std::size_t& skipped) {
+std::size_t Lexer::read_past_blanks(Token& token) {
+    std::size_t passed = 1;  // the token itself
     for (;;) {
         // The byte at end_ is neither a blank nor a line feed, so this stops there too.
         for (const char* at = cursor_;; ++at) {
             at = skip(at, chars::BLANK);
             if (*at != '\n') {
-                skipped += static_cast<std::size_t>(at - cursor_);
+                passed += static_cast<std::size_t>(at - cursor_);
                 cursor_ = at;
                 break;
             }
             ++line_;
         }
         lex_next(token);
-        if (!token.is(WHITESPACE) && !token.is(NEWLINE) && !token.is(COMMENT)) return;
-        skipped += token.is(WHITESPACE) ? std::max<std::size_t>(token.text().size(), 1) : 1;
+        if (!token.is(WHITESPACE) && !token.is(NEWLINE) && !token.is(COMMENT)) return passed;
+        passed += token.is(WHITESPACE) ? std::max<std::size_t>(token.text().size(), 1) : 1;
     }
 }
 
@@ -111,6 +133,13 @@ void Lexer::lex_operator(Token& token, const char* start) {
     if (*start == '#' && *cursor_ == '#') {
         ++cursor_;
         return make(token, PREPROCESSOR_PASTE, start);
+    }
+    // Most operators stand alone: every punctuator of two or three bytes goes on with one of
+    // these bytes, and every operator byte alone is the kind of that byte.
+    switch (*cursor_) {
+    case '<': case '>': case '=': case '&': case '|': case '+': case '-': break;
+    default:
+        return make(token, static_cast<unsigned char>(*start), start, Word::numbered(static_cast<unsigned char>(*start)));
     }
     // Longest match; every operator character is a punctuator on its own.
     const std::size_t available = static_cast<std::size_t>(end_ - start);

@@ -38,11 +38,11 @@ public:
     // The same, written into `token`: a token built in place and read field by field is
     // never copied whole right after its fields were stored, which stalls the processor.
     void read(Token& token);
-    // The next token that is no blank, line end or comment, written into `token`; what it
-    // passed is added to `skipped` as the preprocessor counts tokens: a run of blanks one
-    // per character. Between two tokens there mostly are only blanks and line ends, which
-    // this reads without making tokens of them.
-    void read_past_blanks(Token& token, std::size_t& skipped);
+    // The next token that is no blank, line end or comment, written into `token`. Returns
+    // how many tokens that was as the preprocessor counts them: the token, and a run of
+    // blanks one per character. Between two tokens there mostly are only blanks and line
+    // ends, which this reads without making tokens of them.
+    std::size_t read_past_blanks(Token& token);
     // Off: every blank character is a WHITESPACE token of its own. On: a run of blanks is
     // one token (the preprocessor reads its lexers so).
     void set_blank_runs(bool on) { blank_runs_ = on; }

@@ -53,20 +53,33 @@ Preprocessor::~Preprocessor() = default;
 
 // ---- Delivery -----------------------------------------------------------------------------
 
-// While a conditional is open, what would be delivered goes to it instead; blanks are read
-// as they stand then, since a kept branch is read again.
-void Preprocessor::deliver(bool significant, Token& token) {
-    for (;;) {
+// The common case in one short pass: outside every conditional, a token straight from the
+// innermost source that starts no directive and may name no macro is delivered as it stands.
+void Preprocessor::read_significant(Token& token) {
+    if (conditionals_.empty() && sources_.next_significant_straight(token)) {
+        if (!token.is(PREPROCESSOR_SWITCH) && !(token.is(IDENTIFIER) && macros_.may_name(token.text()))) return;
+        return deliver(true, token, true);
+    }
+    deliver(true, token, false);
+}
+
+// The next token; `in_hand` when it is read already and only to be dealt with. While a
+// conditional is open, what would be delivered goes to it instead; blanks are read as they
+// stand then, since a kept branch is read again.
+void Preprocessor::deliver(bool significant, Token& token, bool in_hand) {
+    for (;; in_hand = false) {
         const bool collecting = !conditionals_.empty();
         try {
-            if (significant && !collecting) sources_.next_significant(token);
-            else sources_.next(token);
+            if (!in_hand) {
+                if (significant && !collecting) sources_.next_significant(token);
+                else sources_.next(token);
+            }
             if (token.is(PREPROCESSOR_SWITCH)) {
                 // An empty directive gives its line end.
                 std::optional<Token> result = directive();
                 if (!result || (significant && !collecting && is_blank(*result))) continue;
                 token = *result;
-            } else if (token.is(IDENTIFIER) && macros_.may_name(token.text()) && expand(token, true)) {
+            } else if (token.is(IDENTIFIER) && macros_.may_name(token.text()) && expand_delivered(token)) {
                 continue;
             }
         } catch (...) {
@@ -304,8 +317,29 @@ void Preprocessor::include_file() {
 // arguments.
 bool Preprocessor::expand(const Token& name, bool apply_operators) {
     const std::shared_ptr<const Macro>* found = macros_.find(name.text());
-    if (found == nullptr || (*found)->expanding) return false;
-    std::shared_ptr<const Macro> macro = *found;
+    return found != nullptr && expand(*found, apply_operators);
+}
+
+// The same where a token is delivered. Most macros are constants: a body of one token that
+// can name no macro and is no operator is delivered in the name's place, without a source
+// of its own to be read from. True when an expansion is read next; false when `token` is
+// delivered now, as it stands or so replaced.
+bool Preprocessor::expand_delivered(Token& token) {
+    const std::shared_ptr<const Macro>* found = macros_.find(token.text());
+    if (found == nullptr) return false;
+    const Macro& macro = **found;
+    const TokenSequence& body = *macro.body;
+    if (macro.expanding || macro.function_like() || body.count() != 1 || body.has_operators() ||
+        body.back().is(IDENTIFIER))
+        return expand(*found, true);
+    charge(1);
+    token = body.back();
+    sources_.take_position(token);
+    return false;
+}
+
+bool Preprocessor::expand(std::shared_ptr<const Macro> macro, bool apply_operators) {
+    if (macro->expanding) return false;
     std::shared_ptr<const TokenSequence> expansion = macro->body;  // read as it stands, shared
     if (macro->function_like()) {
         if (!sources_.peek(true).is(LEFT_BRACKET)) return false;

@@ -35,16 +35,16 @@ public:
 
     Token next_token() override {
         Token token;
-        deliver(false, token);
+        deliver(false, token, false);
         return token;
     }
-    void read_significant(Token& token) override { deliver(true, token); }
+    void read_significant(Token& token) override;
     int current_line() const override { return sources_.line(); }
 
 private:
     class NestingLevel;
 
-    void deliver(bool significant, Token& token);
+    void deliver(bool significant, Token& token, bool in_hand);
     Token failure_token() const;
     bool collected(Token& token);
     void keep(const Token& token);
@@ -60,6 +60,8 @@ private:
     void include_file();
 
     bool expand(const Token& name, bool apply_operators);
+    bool expand(std::shared_ptr<const Macro> macro, bool apply_operators);
+    bool expand_delivered(Token& token);
     bool take_over_body(const Token& name, TokenSequence& body);
     bool names_no_macro(const TokenSequence& tokens) const;
     MacroArguments collect_arguments(bool apply_operators, std::size_t expected);

@@ -26,21 +26,19 @@ public:
     // Open conditionals and macro calls inside arguments, together.
     static constexpr std::size_t max_nesting = 256;
 
-    // Tokens read from a file; a run of blanks counts one per character.
-    void read_from_source(std::size_t tokens) {
-        source_tokens_ += tokens;
-        expansion_budget_ += expansion_tokens_per_source_token * tokens;
-    }
-    bool affords(std::size_t produced) const { return produced <= expansion_budget_; }
+    // Tokens read from a file; a run of blanks counts one per character. Charged for every
+    // token read, so kept to one addition: the expansion budget follows from this count.
+    void read_from_source(std::size_t tokens) { source_tokens_ += tokens; }
+    bool affords(std::size_t produced) const { return produced <= expansion_budget(); }
     // Takes tokens produced by expansion from the budget. False when they exceed what is
     // left, which is then used up: work that failed was done all the same, and a body that
     // fails at every use must not cost its size again each time.
     bool charge(std::size_t produced) {
-        if (produced > expansion_budget_) {
-            expansion_budget_ = 0;
+        if (produced > expansion_budget()) {
+            expansion_spent_ += expansion_budget();
             return false;
         }
-        expansion_budget_ -= produced;
+        expansion_spent_ += produced;
         return true;
     }
     // False when the texts made so far, with this one, exceed their bound.
@@ -69,9 +67,13 @@ public:
     }
 
 private:
+    std::size_t expansion_budget() const {
+        return max_expansion_tokens + expansion_tokens_per_source_token * source_tokens_ - expansion_spent_;
+    }
+
     std::size_t held_tokens_ = 0;
     std::size_t source_tokens_ = 0;
-    std::size_t expansion_budget_ = max_expansion_tokens;
+    std::size_t expansion_spent_ = 0;
     std::size_t made_bytes_ = 0;
     std::size_t nesting_ = 0;
     bool too_deep_reported_ = false;

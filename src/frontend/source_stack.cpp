@@ -107,7 +107,7 @@ void SourceStack::push_tokens(std::shared_ptr<const TokenSequence> tokens, std::
     sequence.tokens = std::move(tokens);
     if (macro != nullptr) macro->expanding = true;
     sequence.macro = std::move(macro);
-    direct_ = nullptr;
+    find_direct();
 }
 
 std::vector<std::string> SourceStack::close_includes() {

@@ -52,18 +52,27 @@ public:
     SourceStack(const SourceStack&) = delete;
     SourceStack& operator=(const SourceStack&) = delete;
 
-    // The next token, blanks and line ends included. Most come straight from a file's
-    // lexer; the rest take the way out of line.
+    // The next token, blanks and line ends included. Most come straight from the innermost
+    // source; the rest take the way out of line.
     void next(Token& token) {
-        if (direct_ == nullptr || !read_file(*direct_, token)) next_from_any(token);
+        if (!(direct_ != nullptr ? read_file(*direct_, token) : take_from_sequence(token))) next_from_any(token);
     }
     // The next token that is no blank, line end or comment: the lexer passes blanks without
     // making tokens of them.
     void next_significant(Token& token) {
-        if (direct_ == nullptr || !read_past_blanks(*direct_, token)) {
+        if (!next_significant_straight(token)) {
             do next(token);
             while (is_blank(token));
         }
+    }
+    // The common case of next_significant alone: a token straight from the innermost source.
+    // False when that is a file with tokens read ahead, or a source that ended (an included
+    // file is closed then); reading goes on the slow way.
+    bool next_significant_straight(Token& token) {
+        if (direct_ != nullptr) return read_past_blanks(*direct_, token);
+        while (take_from_sequence(token))
+            if (!is_blank(token)) return true;
+        return false;
     }
     // The next token without taking it, past blanks when asked. The end of a sequence is
     // passed over without popping it; a file is read ahead as far as needed.
@@ -104,9 +113,7 @@ private:
         return taken_from_file(token);
     }
     bool read_past_blanks(Lexer& lexer, Token& token) {
-        std::size_t skipped = 0;
-        lexer.read_past_blanks(token, skipped);
-        limits_.read_from_source(skipped + 1);  // the token is no blank run
+        limits_.read_from_source(lexer.read_past_blanks(token));
         return taken_from_file(token);
     }
     bool taken_from_file(const Token& token) {
@@ -117,18 +124,29 @@ private:
         take_position(token);
         return true;
     }
+    // From the sequence being read, when the innermost source is one and has a token left.
+    bool take_from_sequence(Token& token) {
+        const Token* taken = sequence_ != nullptr ? sequence_->take() : nullptr;
+        if (taken == nullptr) return false;
+        token = *taken;
+        take_position(token);
+        return true;
+    }
     void next_from_any(Token& token);
     void pop();
-    // The lexer to read straight from: the innermost source's when it is a file with nothing
-    // read ahead, else null. Kept up to date by every change of the stack.
+    // What to read straight from: the innermost source's lexer when it is a file with nothing
+    // read ahead, its cursor when it is a sequence, else null. Kept up to date by every
+    // change of the stack.
     void find_direct() {
-        const Source& top = sources_.back();
+        Source& top = sources_.back();
         direct_ = top.lexer != nullptr && top.ahead.empty() ? top.lexer : nullptr;
+        sequence_ = top.lexer == nullptr ? &top.cursor : nullptr;
     }
 
     std::vector<Source> sources_;  // the files, outermost first, then the sequences
     std::size_t files_ = 1;
     Lexer* direct_;
+    SequenceCursor* sequence_ = nullptr;
     PreprocessorLimits& limits_;
     FileIndex file_ = 0;
     int line_ = 0;
