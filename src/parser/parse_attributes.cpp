@@ -194,7 +194,7 @@ ValuePtr Parser::parse_menu_item_qualifiers() {
     ListBuilder qualifiers(*this);
     do {
         advance();
-        if (contains(ks::menu_item_qualifiers, consumed().word()))
+        if (WordSet(ks::menu_item_qualifiers).contains(consumed().word()))
             qualifiers.add(make_keyword(consumed()));
         else
             error(messages::expected_menu_item_qualifier);
@@ -351,7 +351,7 @@ ValuePtr Parser::parse_action() {
 ValuePtr Parser::parse_waveform_type() {
     advance();
     const Word word = consumed().word();
-    if (!contains(ks::waveform_types, word)) fatal_at_consumed(messages::expected_waveform_type);
+    if (!WordSet(ks::waveform_types).contains(word)) fatal_at_consumed(messages::expected_waveform_type);
     auto* type = make<TypeValue>(consumed().text());
     expect("{");
     if (word == "HORIZONTAL" || word == "VERTICAL") {

@@ -52,6 +52,4 @@ private:
     const WordBits* bits_ = nullptr;
 };
 
-inline constexpr bool contains(WordSet words, Word word) { return words.contains(word); }
-
 }  // namespace edd
