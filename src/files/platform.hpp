@@ -87,6 +87,14 @@ std::uint32_t new_file_mode();
 // them; any other size comes from the heap. Throws std::bad_alloc.
 void* allocate_chunk(std::size_t size);
 void free_chunk(void* memory, std::size_t size) noexcept;
+// Address space for `size` bytes (whole huge pages) on a huge-page boundary, none of it usable
+// yet; with `huge_pages`, what is made usable is offered huge pages where the system has them.
+// Throws std::bad_alloc.
+void* reserve_range(std::size_t size, bool huge_pages);
+// Makes `size` bytes from `at` (page-aligned, inside a reserved range) usable: cleared pages,
+// taken when first touched. Throws std::bad_alloc.
+void commit_range(void* at, std::size_t size);
+void release_range(void* memory, std::size_t size) noexcept;
 
 // ---- The process ------------------------------------------------------------------------
 

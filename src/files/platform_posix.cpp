@@ -163,9 +163,11 @@ std::uint32_t new_file_mode() {
 
 // A page fault for every 4 KiB of a large description costs more than reading or building
 // it: whole huge pages are offered huge pages.
-void* allocate_chunk(std::size_t size) {
-    if (size % huge_page != 0) return ::operator new(size);
-    void* mapped = mmap(nullptr, size + huge_page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+namespace {
+
+// `size` bytes (whole huge pages) mapped with `protection` on a huge-page boundary.
+void* map_aligned(std::size_t size, int protection, bool huge_pages) {
+    void* mapped = mmap(nullptr, size + huge_page, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapped == MAP_FAILED) throw std::bad_alloc();
     const auto start = reinterpret_cast<std::uintptr_t>(mapped);
     const std::uintptr_t aligned = (start + huge_page - 1) & ~(huge_page - 1);
@@ -174,15 +176,32 @@ void* allocate_chunk(std::size_t size) {
     if (aligned > start) munmap(mapped, aligned - start);
     munmap(reinterpret_cast<void*>(aligned + size), start + huge_page - aligned);
 #ifdef MADV_HUGEPAGE
-    madvise(reinterpret_cast<void*>(aligned), size, MADV_HUGEPAGE);  // advice only
+    if (huge_pages) madvise(reinterpret_cast<void*>(aligned), size, MADV_HUGEPAGE);  // advice only
 #endif
     return reinterpret_cast<void*>(aligned);
+}
+
+}  // namespace
+
+void* allocate_chunk(std::size_t size) {
+    if (size % huge_page != 0) return ::operator new(size);
+    return map_aligned(size, PROT_READ | PROT_WRITE, true);
 }
 
 void free_chunk(void* memory, std::size_t size) noexcept {
     if (size % huge_page != 0) ::operator delete(memory);
     else munmap(memory, size);
 }
+
+// Without access until committed: a system that counts the memory a process may write counts
+// only what is committed.
+void* reserve_range(std::size_t size, bool huge_pages) { return map_aligned(size, PROT_NONE, huge_pages); }
+
+void commit_range(void* at, std::size_t size) {
+    if (mprotect(at, size, PROT_READ | PROT_WRITE) != 0) throw std::bad_alloc();
+}
+
+void release_range(void* memory, std::size_t size) noexcept { munmap(memory, size); }
 
 void prepare_process(void (*cleanup)() noexcept) {
     interrupt_cleanup = cleanup;

@@ -229,6 +229,18 @@ void* allocate_chunk(std::size_t size) { return ::operator new(size); }
 
 void free_chunk(void* memory, std::size_t) noexcept { ::operator delete(memory); }
 
+void* reserve_range(std::size_t size, bool) {
+    void* memory = VirtualAlloc(nullptr, size, MEM_RESERVE, PAGE_NOACCESS);
+    if (memory == nullptr) throw std::bad_alloc();
+    return memory;
+}
+
+void commit_range(void* at, std::size_t size) {
+    if (VirtualAlloc(at, size, MEM_COMMIT, PAGE_READWRITE) == nullptr) throw std::bad_alloc();
+}
+
+void release_range(void* memory, std::size_t) noexcept { VirtualFree(memory, 0, MEM_RELEASE); }
+
 void prepare_process(void (*cleanup)() noexcept) {
     interrupt_cleanup = cleanup;
     SetConsoleCtrlHandler(on_console_event, TRUE);

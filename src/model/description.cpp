@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/description.hpp"
 
-#include <algorithm>
 #include <functional>
 #include <stdexcept>
 #include <utility>
@@ -10,9 +9,13 @@
 
 namespace edd {
 
+namespace {
+// Marks the index entries placed while the index grows: positions stay below it.
+constexpr std::uint32_t placed = std::uint32_t{1} << 31;
+}  // namespace
+
 void ItemTable::reserve(std::size_t items) {
-    // Geometric, as inserts would grow it: many small imports must not reallocate each time.
-    if (items > items_.capacity()) items_.reserve(std::max(items, 2 * items_.capacity()));
+    items_.reserve(items);  // geometric on the heap: many small imports do not move it each time
     std::size_t slots = index_.empty() ? 64 : index_.size();
     while (!room_for(items, slots)) slots *= 2;
     if (slots != index_.size()) grow_index(slots);
@@ -33,15 +36,31 @@ const Item* ItemTable::find(std::string_view name) const {
     }
 }
 
-// The stored hashes place the entries again without reading a name.
+// In place, by the stored hashes, without reading a name: each entry not yet placed is taken
+// out of its slot and placed again by the new mask.
 void ItemTable::grow_index(std::size_t slots) {
-    std::vector<Slot> old = std::exchange(index_, std::vector<Slot>(slots));
-    const std::size_t mask = index_.size() - 1;
-    for (const Slot& slot : old) {
-        if (slot.position == 0) continue;
-        std::size_t i = slot.hash & mask;
-        while (index_[i].position != 0) i = (i + 1) & mask;
-        index_[i] = slot;
+    const std::size_t old_slots = index_.size();
+    index_.grow_to(slots);
+    for (std::size_t i = 0; i < old_slots; ++i) {
+        if (index_[i].position == 0 || (index_[i].position & placed) != 0) continue;
+        place_again(std::exchange(index_[i], Slot{}), slots - 1);
+    }
+    for (Slot& slot : index_.elements()) slot.position &= ~placed;
+}
+
+// An entry not yet placed in the way is swapped out and placed next, from its own start.
+// Placed entries never move again, so every slot between an entry's start and the entry
+// stays taken and a lookup still finds it.
+void ItemTable::place_again(Slot entry, std::size_t mask) {
+    std::size_t i = entry.hash & mask;
+    while (entry.position != 0) {
+        if ((index_[i].position & placed) != 0) {
+            i = (i + 1) & mask;
+            continue;
+        }
+        std::swap(entry, index_[i]);
+        index_[i].position |= placed;
+        i = entry.hash & mask;
     }
 }
 
@@ -59,13 +78,13 @@ void ItemTable::insert(Item item) {
     const std::size_t mask = index_.size() - 1;
     std::size_t i = hash & mask;
     while (index_[i].position != 0) i = (i + 1) & mask;
-    items_.push_back(std::move(item));
+    items_.emplace_back(std::move(item));
     index_[i] = {hash, static_cast<std::uint32_t>(items_.size())};
 }
 
 std::vector<const Item*> ItemTable::of_type(ItemType type) const {
     std::vector<const Item*> result;
-    for (const Item& item : items_)
+    for (const Item& item : items_.elements())
         if (item.type() == type) result.push_back(&item);
     return result;
 }

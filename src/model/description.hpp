@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "model/arena.hpp"
+#include "model/growing_array.hpp"
 #include "model/identification.hpp"
 #include "model/item.hpp"
 
@@ -29,8 +30,8 @@ public:
     // Appends; the name must not be taken.
     void insert(Item item);
     std::vector<const Item*> of_type(ItemType type) const;
-    std::span<const Item> items() const { return items_; }
-    std::span<Item> items() { return items_; }
+    std::span<const Item> items() const { return items_.elements(); }
+    std::span<Item> items() { return items_.elements(); }
     std::size_t size() const { return items_.size(); }
 
 private:
@@ -44,9 +45,11 @@ private:
     static bool room_for(std::size_t items, std::size_t slots) { return 4 * items <= 3 * slots; }
     static std::uint32_t hash_of(std::string_view name);
     void grow_index(std::size_t slots);  // a power of two
+    void place_again(Slot entry, std::size_t mask);
 
-    std::vector<Item> items_;
-    std::vector<Slot> index_;
+    // Both grow in place once large: the items neither move nor leave copies behind.
+    GrowingArray<Item> items_{true};
+    GrowingArray<Slot> index_;
 };
 
 struct Description {
