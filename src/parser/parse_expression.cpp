@@ -146,7 +146,10 @@ ValuePtr Parser::parse_prefix_operation() {
 // postfix : primary [ '++' | '--' ]
 ValuePtr Parser::parse_postfix_expression() {
     ValuePtr operand = parse_primary_expression();
-    if (!roles_of(peek().word()).postfix) return operand;
+    return roles_of(peek().word()).postfix ? continue_postfix(operand) : operand;
+}
+
+ValuePtr Parser::continue_postfix(ValuePtr operand) {
     ValuePtr op = parse_operator();
     return make<Expression>(operand, op);
 }
@@ -184,7 +187,7 @@ ValuePtr Parser::parse_string_value() {
     const Position where = position_of(peek());
     if (at_kind(STRING)) {
         advance();
-        if (!at_kind(STRING)) return observed(make_simple(ValueKind::STRING, consumed().text()), where);
+        if (!at_kind(STRING)) return observed(make<SimpleValue>(ValueKind::STRING, consumed().text()), where);
         std::string text(consumed().text());
         while (at_kind(STRING)) {
             advance();

@@ -121,6 +121,7 @@ private:
     ValuePtr parse_prefix_expression();
     [[gnu::noinline]] ValuePtr parse_prefix_operation();
     ValuePtr parse_postfix_expression();
+    [[gnu::noinline]] ValuePtr continue_postfix(ValuePtr operand);
     ValuePtr parse_primary_expression();
     [[gnu::noinline]] ValuePtr parse_bracketed_expression();
     ValuePtr parse_string_value();
