@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/code_value.hpp"
 
-#include <cstring>
+#include "text/byte_copy.hpp"
 
 namespace edd {
 
@@ -39,9 +39,9 @@ CodeValue::CodeValue(Arena& arena, std::span<const CodeToken> tokens, std::size_
     tokens_ = arena.copy_array(tokens, tokens.size());
     char* text = text_size == 0 ? nullptr : static_cast<char*>(arena.allocate(text_size, 1));
     for (CodeToken& token : std::span<CodeToken>(tokens_, count_)) {
-        if (token.size != 0) std::memcpy(text, token.data, token.size);
+        const char* source = token.data;
         token.data = text;
-        text += token.size;
+        text = copy_bytes(text, source, token.size);
     }
     bool keys = false;
     scan_keys(this->tokens(), [&keys](std::string_view) { return !(keys = true); });
