@@ -38,6 +38,10 @@ public:
     // The same, written into `token`: a token built in place and read field by field is
     // never copied whole right after its fields were stored, which stalls the processor.
     void read(Token& token);
+    void read_significant(Token& token) override {
+        read(token);
+        while (token.is(WHITESPACE) || token.is(NEWLINE) || token.is(COMMENT)) read(token);
+    }
     // The next token that is no blank, line end or comment, written into `token`. Returns
     // how many tokens that was as the preprocessor counts them: the token, and a run of
     // blanks one per character. Between two tokens there mostly are only blanks and line

@@ -13,11 +13,10 @@ public:
     // The next token; END_OF_FILE at the end of the input, and again on every later call.
     virtual Token next_token() = 0;
     // The next token that is no blank, line end or comment (which a parser skips), written
-    // into `token`; a stream may skip them more cheaply than one call each.
-    virtual void read_significant(Token& token) {
-        token = next_token();
-        while (token.is(WHITESPACE) || token.is(NEWLINE) || token.is(COMMENT)) token = next_token();
-    }
+    // into `token`; a stream may skip them more cheaply than one call each. Without a body
+    // here: a reader of a stream then makes the one indirect call per token, not a guess
+    // at the implementation first.
+    virtual void read_significant(Token& token) = 0;
     virtual int current_line() const = 0;
 
 protected:

@@ -7,7 +7,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 #include <memory_resource>
 #include <new>
@@ -17,11 +16,13 @@
 #include <utility>
 #include <vector>
 
+#include "text/byte_copy.hpp"
+
 namespace edd {
 
 // `text` copied to `to`, which has room for it.
 inline std::string_view copy_to(void* to, std::string_view text) {
-    std::memcpy(to, text.data(), text.size());
+    copy_bytes(static_cast<char*>(to), text.data(), text.size());
     return {static_cast<const char*>(to), text.size()};
 }
 
@@ -57,7 +58,7 @@ public:
     T* copy_array(std::span<const T> items, std::size_t room) {
         static_assert(std::is_trivially_copyable_v<T>);
         T* copy = static_cast<T*>(take(room * sizeof(T), alignof(T)));
-        if (!items.empty()) std::memcpy(static_cast<void*>(copy), items.data(), items.size_bytes());
+        copy_bytes(reinterpret_cast<char*>(copy), reinterpret_cast<const char*>(items.data()), items.size_bytes());
         return copy;
     }
     // For the lists: they allocate from the arena and never give anything back.

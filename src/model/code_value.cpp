@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/code_value.hpp"
 
+#include "text/byte_copy.hpp"
+
 namespace edd {
 
 namespace {
@@ -31,21 +33,26 @@ void scan_keys(std::span<const CodeToken> tokens, Found found) {
 
 }  // namespace
 
-
-CodeValue::CodeValue(Arena& arena, std::span<const Token> tokens) : Value(ValueKind::CODE), tokens_(arena.resource()) {
-    tokens_.reserve(tokens.size());
-    for (const Token& token : tokens) {
-        const std::string_view text = arena.copy(token.text());
-        tokens_.push_back({token.kind(), static_cast<std::uint32_t>(text.size()), text.data()});
+CodeValue::CodeValue(Arena& arena, std::span<const CodeToken> tokens, std::size_t text_size)
+    : Value(ValueKind::CODE), count_(static_cast<std::uint32_t>(tokens.size())) {
+    if (tokens.empty()) return;
+    tokens_ = arena.copy_array(tokens, tokens.size());
+    char* text = text_size == 0 ? nullptr : static_cast<char*>(arena.allocate(text_size, 1));
+    for (CodeToken& token : std::span<CodeToken>(tokens_, count_)) {
+        const char* source = token.data;
+        token.data = text;
+        text = copy_bytes(text, source, token.size);
     }
     bool keys = false;
-    scan_keys(tokens_, [&keys](std::string_view) { return !(keys = true); });
+    scan_keys(this->tokens(), [&keys](std::string_view) { return !(keys = true); });
     set_has_keys(keys);
 }
 
 ValuePtr CodeValue::clone(Arena& arena) const {
     auto* copy = arena.make<CodeValue>();
-    copy->tokens_.assign(tokens_.begin(), tokens_.end());  // the texts stay in the arena they are in
+    copy->count_ = count_;
+    // The texts stay in the arena they are in.
+    if (count_ != 0) copy->tokens_ = arena.copy_array(tokens(), count_);
     copy->set_has_keys(has_keys());
     return copy;
 }
@@ -53,7 +60,7 @@ ValuePtr CodeValue::clone(Arena& arena) const {
 // The tokens' texts in order, strings quoted again, each token followed by a blank.
 std::string CodeValue::to_string() const {
     std::string text;
-    for (const CodeToken& token : tokens_) {
+    for (const CodeToken& token : tokens()) {
         if (token.kind == STRING) {
             text += '"';
             text += token.text();
@@ -67,7 +74,7 @@ std::string CodeValue::to_string() const {
 }
 
 void CodeValue::collect_dictionary_keys(KeySet& keys) const {
-    scan_keys(tokens_, [&keys](std::string_view key) {
+    scan_keys(tokens(), [&keys](std::string_view key) {
         keys.emplace(key);
         return true;
     });

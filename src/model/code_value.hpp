@@ -2,19 +2,18 @@
 // Program text (a METHOD body, say) kept as the tokens the lexer delivered.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <memory_resource>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "frontend/token.hpp"
 #include "model/value.hpp"
 
 namespace edd {
 
-// One token of code: its kind and its text, in the arena.
+// One token of code: its kind and its text (in the arena, once the value holds it).
 struct CodeToken {
     std::uint32_t kind;
     std::uint32_t size;  // beside the kind: a token takes 16 bytes
@@ -24,18 +23,22 @@ struct CodeToken {
 
 class CodeValue final : public Value {
 public:
-    explicit CodeValue(Arena& arena) : Value(ValueKind::CODE), tokens_(arena.resource()) {}
-    CodeValue(Arena& arena, std::span<const Token> tokens);
+    explicit CodeValue(Arena&) : Value(ValueKind::CODE) {}
+    // The tokens, in an array of exactly their number; their texts, `text_size` bytes in
+    // all, are copied to one block of the arena.
+    CodeValue(Arena& arena, std::span<const CodeToken> tokens, std::size_t text_size);
 
     ValuePtr clone(Arena& arena) const override;
     std::string to_string() const override;
     // The tokens in order, for a reader that spells the code out itself.
-    std::span<const CodeToken> tokens() const { return tokens_; }
+    std::span<const CodeToken> tokens() const { return {tokens_, count_}; }
     // Picks "[key]" references and get_dictionary_string(key) arguments out of the code.
     void collect_dictionary_keys(KeySet& keys) const override;
 
 private:
-    std::pmr::vector<CodeToken> tokens_;
+    // The count first, beside the base's fields.
+    std::uint32_t count_ = 0;
+    CodeToken* tokens_ = nullptr;
 };
 
 }  // namespace edd

@@ -4,6 +4,7 @@
 // further values.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory_resource>
 #include <span>
@@ -44,6 +45,8 @@ public:
         take_keys_of(value);
         values_.push_back(value);
     }
+    // Room for `more` values beyond those held, so that a known number comes without regrowth.
+    void reserve_values(std::size_t more) { values_.reserve(values_.size() + more); }
     std::span<const ValuePtr> values() const { return values_; }
 
 private:

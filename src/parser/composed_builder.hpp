@@ -29,6 +29,8 @@ public:
         if (it != fields.end()) it->value = value;
         else parser_.composed_fields_.push_back({name, value});
     }
+    // A field the entry's grammar reads at most once: no earlier one to look for.
+    void add(std::string_view name, ValuePtr value) { parser_.composed_fields_.push_back({name, value}); }
     bool contains(std::string_view name) const {
         return std::ranges::find(mine(), name, &Attribute::name) != mine().end();
     }

@@ -35,14 +35,18 @@ ValuePtr Parser::parse_plain_value() {
 ValuePtr Parser::parse_method_definition() {
     expect("{");
     code_tokens_.clear();
+    std::size_t text_size = 0;
     for (int depth = 1;;) {
         if (at_end()) expect("}");
         advance();
-        if (consumed().is(LEFT_CURLY_BRACKET)) ++depth;
-        if (consumed().is(RIGHT_CURLY_BRACKET) && --depth == 0) break;
-        code_tokens_.push_back(consumed());
+        const Token& token = consumed();
+        if (token.is(LEFT_CURLY_BRACKET)) ++depth;
+        else if (token.is(RIGHT_CURLY_BRACKET) && --depth == 0) break;
+        const std::string_view text = token.text();
+        code_tokens_.push_back({token.kind(), static_cast<std::uint32_t>(text.size()), text.data()});
+        text_size += text.size();
     }
-    return make<CodeValue>(std::span<const Token>(code_tokens_));
+    return make<CodeValue>(std::span<const CodeToken>(code_tokens_), text_size);
 }
 
 // method_type : ( char | int | long | float | double | unsigned ( unsigned | char | int | long | float | double ) ) ';'
@@ -126,6 +130,7 @@ void Parser::add_enumerators(TypeValue& type, ValuePtr enumerators) {
         type.add_value(enumerators);
         return;
     }
+    type.reserve_values(list->items().size());
     for (const ValuePtr& enumerator : list->items()) type.add_value(enumerator);
 }
 
@@ -133,9 +138,9 @@ void Parser::add_enumerators(TypeValue& type, ValuePtr enumerators) {
 ValuePtr Parser::parse_enumerator() {
     expect("{");
     ComposedBuilder enumerator(*this);
-    enumerator.set("value", parse_conditional_expression());
+    enumerator.add("value", parse_conditional_expression());
     expect(",");
-    enumerator.set("description", parse_string_value());
+    enumerator.add("description", parse_string_value());
     while (accept(",")) {
         if (at_one_of(ks::status_classes)) {
             enumerator.set("status_class", parse_keyword_set_combination(ks::status_classes));
@@ -171,19 +176,19 @@ ValuePtr Parser::parse_menu_item() {
     ComposedBuilder item(*this);
     if (at_one_of(ks::menu_layout_words)) {
         advance();
-        item.set("item_reference", make_keyword(consumed()));
+        item.add("item_reference", make_keyword(consumed()));
         return item.finish("item");
     }
     if (at_kind(STRING) || at("[")) {
-        item.set("item_reference", parse_string_value());
+        item.add("item_reference", parse_string_value());
         return item.finish("item");
     }
     if (!at_kind(IDENTIFIER)) {
         advance();
         fatal_at_consumed(messages::expected_reference_or_keyword);
     }
-    item.set("item_reference", parse_reference());
-    if (at("(")) item.set("qualifiers", parse_menu_item_qualifiers());
+    item.add("item_reference", parse_reference());
+    if (at("(")) item.add("qualifiers", parse_menu_item_qualifiers());
     return item.finish("item");
 }
 
@@ -235,12 +240,12 @@ ValuePtr Parser::parse_response_codes_attribute() {
 // response_code : integer_expression ',' response_code_type ',' string_value [ ',' string_value ] ';'
 ValuePtr Parser::parse_response_code() {
     ComposedBuilder code(*this);
-    code.set("value", parse_conditional_expression());
+    code.add("value", parse_conditional_expression());
     expect(",");
-    code.set("type", parse_one_of(ks::response_code_types));
+    code.add("type", parse_one_of(ks::response_code_types));
     expect(",");
-    code.set("description", parse_string_value());
-    if (accept(",")) code.set("help", parse_string_value());
+    code.add("description", parse_string_value());
+    if (accept(",")) code.add("help", parse_string_value());
     expect(";");
     return code.finish("response_code");
 }
@@ -250,12 +255,12 @@ ValuePtr Parser::parse_response_code() {
 // element : integer_expression ',' reference ',' string_value [ ',' string_value ] ';'
 ValuePtr Parser::parse_element() {
     ComposedBuilder element(*this);
-    element.set("element_index", parse_conditional_expression());
+    element.add("element_index", parse_conditional_expression());
     expect(",");
-    element.set("element_reference", parse_reference());
+    element.add("element_reference", parse_reference());
     if (accept(",")) {
-        element.set("description", parse_string_value());
-        if (accept(",")) element.set("help", parse_string_value());
+        element.add("description", parse_string_value());
+        if (accept(",")) element.add("help", parse_string_value());
     }
     expect(";");
     return element.finish("element");
@@ -264,12 +269,12 @@ ValuePtr Parser::parse_element() {
 // member : identifier ',' reference [ ',' string_value [ ',' string_value ] ] ';'
 ValuePtr Parser::parse_member() {
     ComposedBuilder member(*this);
-    member.set("member_identifier", make_simple(ValueKind::IDENTIFIER, read_identifier(true)));
+    member.add("member_identifier", make_simple(ValueKind::IDENTIFIER, read_identifier(true)));
     expect(",");
-    member.set("member_reference", parse_reference());
+    member.add("member_reference", parse_reference());
     if (accept(",")) {
-        member.set("description", parse_string_value());
-        if (accept(",")) member.set("help", parse_string_value());
+        member.add("description", parse_string_value());
+        if (accept(",")) member.add("help", parse_string_value());
     }
     expect(";");
     return member.finish("member");
@@ -281,17 +286,17 @@ ValuePtr Parser::parse_member() {
 //               [ RESPONSE_CODES response_codes_attribute ] '}'
 ValuePtr Parser::parse_transaction() {
     ComposedBuilder transaction(*this);
-    if (at_kind(INTEGER)) transaction.set("number", expect_integer());
+    if (at_kind(INTEGER)) transaction.add("number", expect_integer());
     expect("{");
     expect("REQUEST");
     expect("{");
-    transaction.set("REQUEST", parse_data_items());
+    transaction.add("REQUEST", parse_data_items());
     expect("}");
     expect("REPLY");
     expect("{");
-    transaction.set("REPLY", parse_data_items());
+    transaction.add("REPLY", parse_data_items());
     expect("}");
-    if (accept("RESPONSE_CODES")) transaction.set("RESPONSE_CODES", parse_response_codes_attribute());
+    if (accept("RESPONSE_CODES")) transaction.add("RESPONSE_CODES", parse_response_codes_attribute());
     expect("}");
     return transaction.finish();
 }
@@ -313,14 +318,14 @@ ValuePtr Parser::parse_data_items() {
 ValuePtr Parser::parse_data_item() {
     ComposedBuilder item(*this);
     if (at_kind(INTEGER)) {
-        item.set("data_item_reference", expect_integer());
+        item.add("data_item_reference", expect_integer());
         return item.finish("data_item");
     }
-    item.set("data_item_reference", parse_reference());
+    item.add("data_item_reference", parse_reference());
     if (accept("<")) {
         advance();
         if (consumed().is(INTEGER))
-            item.set("mask", make_simple(ValueKind::DATA_MASK, consumed().text()));
+            item.add("mask", make_simple(ValueKind::DATA_MASK, consumed().text()));
         else
             error(format_message(messages::expected_integer_but_got, {consumed().text()}));
         expect(">");
@@ -330,7 +335,7 @@ ValuePtr Parser::parse_data_item() {
         do qualifiers.add(parse_keyword_combination());
         while (accept(","));
         expect(")");
-        item.set("qualifiers", qualifiers.finish());
+        item.add("qualifiers", qualifiers.finish());
     }
     return item.finish("data_item");
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <array>
-#include <optional>
 #include <string_view>
 
 #include "diagnostics/format.hpp"
@@ -52,10 +51,8 @@ constexpr auto operator_roles = [] {
 
 OperatorRoles roles_of(Word word) { return word.number() < first_table_word ? operator_roles[word.number()] : OperatorRoles{}; }
 
-std::optional<int> binary_level(Word word) {
-    const int level = roles_of(word).binary_level;
-    return level != 0 ? std::optional<int>(level) : std::nullopt;
-}
+// 0 for a word that is no binary operator, below every level a caller asks for.
+int binary_level(Word word) { return roles_of(word).binary_level; }
 
 }  // namespace
 
@@ -65,10 +62,17 @@ ValuePtr Parser::parse_operator() {
     return make_simple(ValueKind::OPERATOR, consumed().text());
 }
 
+// Each level below asks one question of the look-ahead after its operand and returns the
+// operand when the answer is no, as it is for most expressions (a number, a name): what an
+// operator starts is read out of line, so that the common way down stays short.
+
 // expression_list : assignment { ',' assignment } — a list only when a comma follows
 ValuePtr Parser::parse_expression_list() {
     ValuePtr first = parse_assignment_expression();
-    if (!at(",")) return first;
+    return at(",") ? continue_expression_list(first) : first;
+}
+
+ValuePtr Parser::continue_expression_list(ValuePtr first) {
     ListBuilder list(*this);
     list.add(first);
     while (accept(",")) {
@@ -84,7 +88,10 @@ ValuePtr Parser::parse_expression_list() {
 // assignment : conditional [ assignment_operator assignment ]
 ValuePtr Parser::parse_assignment_expression() {
     ValuePtr left = parse_conditional_expression();
-    if (!roles_of(peek().word()).assignment) return left;
+    return roles_of(peek().word()).assignment ? continue_assignment(left) : left;
+}
+
+ValuePtr Parser::continue_assignment(ValuePtr left) {
     DepthGuard guard(*this);
     ValuePtr op = parse_operator();
     ValuePtr right = parse_assignment_expression();
@@ -94,7 +101,10 @@ ValuePtr Parser::parse_assignment_expression() {
 // conditional : logical_or [ '?' expression_list ':' expression_list ]
 ValuePtr Parser::parse_conditional_expression() {
     ValuePtr condition = parse_binary_expression(loosest_binary_level);
-    if (!at("?")) return condition;
+    return at("?") ? continue_conditional(condition) : condition;
+}
+
+ValuePtr Parser::continue_conditional(ValuePtr condition) {
     DepthGuard guard(*this);
     expect("?");
     ValuePtr question = make_simple(ValueKind::OPERATOR, "?");
@@ -108,10 +118,14 @@ ValuePtr Parser::parse_conditional_expression() {
 // binary : prefix [ operator binary ]   for the operators tighter than `limit`
 ValuePtr Parser::parse_binary_expression(int limit) {
     ValuePtr left = parse_prefix_expression();
-    for (auto level = binary_level(peek().word()); level && *level > limit; level = binary_level(peek().word())) {
+    return binary_level(peek().word()) > limit ? continue_binary(left, limit) : left;
+}
+
+ValuePtr Parser::continue_binary(ValuePtr left, int limit) {
+    for (int level = binary_level(peek().word()); level > limit; level = binary_level(peek().word())) {
         DepthGuard guard(*this);
         ValuePtr op = parse_operator();
-        ValuePtr right = parse_binary_expression(*level - 1);
+        ValuePtr right = parse_binary_expression(level - 1);
         left = make<Expression>(left, op, right);
     }
     return left;
@@ -119,7 +133,10 @@ ValuePtr Parser::parse_binary_expression(int limit) {
 
 // prefix : prefix_operator prefix | postfix
 ValuePtr Parser::parse_prefix_expression() {
-    if (!roles_of(peek().word()).prefix) return parse_postfix_expression();
+    return roles_of(peek().word()).prefix ? parse_prefix_operation() : parse_postfix_expression();
+}
+
+ValuePtr Parser::parse_prefix_operation() {
     DepthGuard guard(*this);
     ValuePtr op = parse_operator();
     ValuePtr operand = parse_prefix_expression();
@@ -129,7 +146,10 @@ ValuePtr Parser::parse_prefix_expression() {
 // postfix : primary [ '++' | '--' ]
 ValuePtr Parser::parse_postfix_expression() {
     ValuePtr operand = parse_primary_expression();
-    if (!roles_of(peek().word()).postfix) return operand;
+    return roles_of(peek().word()).postfix ? continue_postfix(operand) : operand;
+}
+
+ValuePtr Parser::continue_postfix(ValuePtr operand) {
     ValuePtr op = parse_operator();
     return make<Expression>(operand, op);
 }
@@ -138,14 +158,7 @@ ValuePtr Parser::parse_postfix_expression() {
 //         | keyword { '&' keyword }
 ValuePtr Parser::parse_primary_expression() {
     switch (peek().kind()) {
-    case LEFT_BRACKET: {
-        DepthGuard guard(*this);
-        expect("(");
-        ValuePtr open = make_simple(ValueKind::OPERATOR, "(");
-        ValuePtr inner = parse_expression_list();
-        expect(")");
-        return make<Expression>(open, inner, make_simple(ValueKind::OPERATOR, ")"));
-    }
+    case LEFT_BRACKET: return parse_bracketed_expression();
     case INTEGER: return expect_integer();
     case FLOAT: return expect_float();
     case STRING:
@@ -159,12 +172,22 @@ ValuePtr Parser::parse_primary_expression() {
     }
 }
 
+// bracketed : '(' expression_list ')' — kept with its brackets as operators
+ValuePtr Parser::parse_bracketed_expression() {
+    DepthGuard guard(*this);
+    expect("(");
+    ValuePtr open = make_simple(ValueKind::OPERATOR, "(");
+    ValuePtr inner = parse_expression_list();
+    expect(")");
+    return make<Expression>(open, inner, make_simple(ValueKind::OPERATOR, ")"));
+}
+
 // string_value : string { string } | '[' identifier ']' | reference
 ValuePtr Parser::parse_string_value() {
     const Position where = position_of(peek());
     if (at_kind(STRING)) {
         advance();
-        if (!at_kind(STRING)) return observed(make_simple(ValueKind::STRING, consumed().text()), where);
+        if (!at_kind(STRING)) return observed(make<SimpleValue>(ValueKind::STRING, consumed().text()), where);
         std::string text(consumed().text());
         while (at_kind(STRING)) {
             advance();

@@ -16,6 +16,7 @@
 
 #include "files/input_files.hpp"
 #include "model/attribute.hpp"
+#include "model/code_value.hpp"
 #include "model/description.hpp"
 #include "model/type_value.hpp"
 #include "parser/parse_observer.hpp"
@@ -107,13 +108,22 @@ private:
     ValuePtr parse_generic_attribute_value();
 
     // ---- Expressions (parse_expression.cpp) ------------------------------------------
+    // Each level's continue_ or _operation function reads what follows once an operator
+    // has been seen, out of line.
     ValuePtr parse_expression_list();
+    [[gnu::noinline]] ValuePtr continue_expression_list(ValuePtr first);
     ValuePtr parse_assignment_expression();
+    [[gnu::noinline]] ValuePtr continue_assignment(ValuePtr left);
     ValuePtr parse_conditional_expression();
+    [[gnu::noinline]] ValuePtr continue_conditional(ValuePtr condition);
     ValuePtr parse_binary_expression(int limit);
+    [[gnu::noinline]] ValuePtr continue_binary(ValuePtr left, int limit);
     ValuePtr parse_prefix_expression();
+    [[gnu::noinline]] ValuePtr parse_prefix_operation();
     ValuePtr parse_postfix_expression();
+    [[gnu::noinline]] ValuePtr continue_postfix(ValuePtr operand);
     ValuePtr parse_primary_expression();
+    [[gnu::noinline]] ValuePtr parse_bracketed_expression();
     ValuePtr parse_string_value();
     ValuePtr parse_reference();
     ValuePtr parse_reference_or_call();
@@ -183,7 +193,7 @@ private:
     // so that a file importing itself, directly or not, is caught.
     std::shared_ptr<std::vector<std::string>> import_chain_;
     std::shared_ptr<ImportedFiles> imported_files_ = std::make_shared<ImportedFiles>();
-    std::vector<Token> code_tokens_;  // a method body being read
+    std::vector<CodeToken> code_tokens_;  // a method body being read, texts still in the sources
     std::vector<ValuePtr> list_entries_;  // the entries of the lists being read, innermost last
     std::vector<Attribute> composed_fields_;  // the same for the structured entries being read
     // The attributes of the item being read, until it is kept with room for exactly them:

@@ -90,7 +90,8 @@ protected:
     // A name: an identifier, or a reserved word (with a warning when `warn`); anything else
     // is reported and gives the empty text.
     std::string_view read_identifier(bool warn) {
-        if (!at_kind(IDENTIFIER)) return read_other_identifier(warn);
+        // An attribute or type name is a keyword read without a warning: no detour for it.
+        if (!at_kind(IDENTIFIER) && (warn || !at_kind(EDDL_KEYWORD))) return read_other_identifier(warn);
         advance();
         return consumed().text();
     }

@@ -18,7 +18,7 @@
 #include "model/simple_value.hpp"
 #include "model/type_value.hpp"
 #include "model/value_list.hpp"
-#include "xml/byte_copy.hpp"
+#include "text/byte_copy.hpp"
 #include "xml/xml_output.hpp"
 #include "xml/xml_writer.hpp"
 

@@ -22,7 +22,7 @@
 #include <string_view>
 #include <vector>
 
-#include "xml/byte_copy.hpp"
+#include "text/byte_copy.hpp"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>

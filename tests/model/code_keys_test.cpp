@@ -18,12 +18,16 @@ std::string keys_of(std::string code) {
     std::ostringstream diag;
     Diagnostics sink(diag, diag);
     Lexer lexer = Lexer::from_text(std::move(code), "code", sink);
-    std::vector<Token> tokens;
-    for (Token t = lexer.next_token(); !t.is(END_OF_FILE); t = lexer.next_token())
-        if (!t.is(WHITESPACE) && !t.is(NEWLINE) && !t.is(COMMENT)) tokens.push_back(t);
+    std::vector<CodeToken> tokens;
+    std::size_t text_size = 0;
+    for (Token t = lexer.next_token(); !t.is(END_OF_FILE); t = lexer.next_token()) {
+        if (t.is(WHITESPACE) || t.is(NEWLINE) || t.is(COMMENT)) continue;
+        tokens.push_back({t.kind(), static_cast<std::uint32_t>(t.text().size()), t.text().data()});
+        text_size += t.text().size();
+    }
     KeySet keys{"earlier"};
     Arena arena;
-    arena.make<CodeValue>(std::span<const Token>(tokens))->collect_dictionary_keys(keys);
+    arena.make<CodeValue>(std::span<const CodeToken>(tokens), text_size)->collect_dictionary_keys(keys);
     std::string out;
     for (const std::string& key : keys) out += key + ' ';
     return out;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The copy the writer uses for the many short pieces of a document (names, values, tokens
-// of code): inline, without a library call for the common sizes.
+// The copy for the many short pieces the model keeps and the writer puts out (names,
+// values, tokens of code): inline, without a library call for the common sizes.
 #pragma once
 
 #include <cstddef>
