@@ -3,6 +3,7 @@
 // before the bracket (that is indexing), and the argument of get_dictionary_string(...).
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -46,6 +47,25 @@ TEST(MethodCodeKeys, Table) {
         {"s = \"[not_a_key]\"; [ 1 ]", "earlier "},
     };
     for (const auto& [code, keys] : cases) EXPECT_EQ(keys_of(code), keys) << code;
+}
+
+// The value keeps its own copy of every text, in one block: nothing of the source is read
+// once it is gone, and an empty text (the string "") stays empty between its neighbours.
+TEST(MethodCode, TextsOutliveTheirSource) {
+    std::string source = "[k] x \"\" long_name_of_more_than_thirty_two_bytes_0123";
+    const auto piece = [&](std::uint32_t kind, std::size_t at, std::size_t size) {
+        return CodeToken{kind, static_cast<std::uint32_t>(size), source.data() + at};
+    };
+    const CodeToken tokens[] = {piece(LEFT_SQUARE_BRACKET, 0, 1), piece(IDENTIFIER, 1, 1),
+                                piece(RIGHT_SQUARE_BRACKET, 2, 1), piece(IDENTIFIER, 4, 1),
+                                piece(STRING, 7, 0), piece(IDENTIFIER, 9, 44)};
+    Arena arena;
+    const CodeValue* code = arena.make<CodeValue>(std::span<const CodeToken>(tokens), 48);
+    const ValuePtr copy = code->clone(arena);
+    source.assign(source.size(), '#');
+    EXPECT_EQ(code->to_string(), "[ k ] x \"\" long_name_of_more_than_thirty_two_bytes_0123 ");
+    EXPECT_EQ(copy->to_string(), code->to_string());
+    EXPECT_TRUE(copy->has_keys());
 }
 
 }  // namespace
