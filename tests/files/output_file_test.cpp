@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// Writing through symbolic links: the file at the end of a chain is replaced and every link
-// stays; a relative link is read from its own directory, whatever the current one; a cycle
-// of links ends the walk, not the run.
+// A file the run writes, whole or not at all: one abandoned before it is complete leaves
+// the previous file and no temporary. Through symbolic links, the file at the end of a chain
+// is replaced and every link stays; a relative link is read from its own directory, whatever
+// the current one; a cycle of links ends the walk, not the run.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -26,6 +27,17 @@ void write_through(const fs::path& name, const std::string& bytes) {
     OutputFile file(name.string());
     file.write(bytes);
     file.commit();
+}
+
+TEST(OutputFile, AbandonedWriteLeavesThePreviousFile) {
+    const test::TempDir dir;
+    dir.write("doc.xml", "previous");
+    {
+        OutputFile file((dir.path() / "doc.xml").string());
+        file.write("half a docu");
+    }
+    EXPECT_EQ(contents(dir.path() / "doc.xml"), "previous");
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), fs::directory_iterator()), 1);
 }
 
 TEST(OutputFile, WritesThroughLinkChains) {
