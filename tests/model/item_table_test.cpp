@@ -26,7 +26,7 @@ TEST(ItemTable, FindsEveryNameItHoldsAndNoOther) {
     }
     EXPECT_EQ(&table.items()[0], first);
     const ItemTable copy = table;  // as the checker keeps one before LIKE resolution
-    for (const ItemTable* held : {&table, &copy}) {
+    for (const ItemTable* held : {static_cast<const ItemTable*>(&table), &copy}) {
         ASSERT_EQ(held->size(), static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i) {
             const std::string name = name_of(i);
