@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // The files a run reads: a pipe ("tarnwick /dev/stdin") is read in blocks joined at the
-// end, and gives what was sent; each file is recorded once, under the name it was first
-// read by (for messages) and the name it was opened by (for the dependency file). A source
-// text outlives the files that read it and ends in the NUL the lexer stops at.
+// end, and gives what was sent, up to its bound and not a byte more; each file is recorded
+// once, under the name it was first read by (for messages) and the name it was opened by
+// (for the dependency file). A source text outlives the files that read it and ends in the
+// NUL the lexer stops at.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -42,6 +44,27 @@ TEST(InputFiles, PipesWholeAndEachFileOnce) {
     EXPECT_EQ(files.dependencies(), (std::vector<std::string>{pipe, dir.str() + "/lib/Defs.h"}));
     ASSERT_NE(files.find(dir.str() + "/lib/../lib/Defs.h"), nullptr);
     EXPECT_EQ(*files.find(dir.str() + "/lib/../lib/Defs.h"), windows);
+}
+
+TEST(InputFiles, PipesUpToTheirBound) {
+    const test::TempDir dir;
+    const std::string pipe = dir.str() + "/pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    std::signal(SIGPIPE, SIG_IGN);  // a reader that stops early fails the test, not the process
+    for (const std::size_t size : {InputFiles::max_stream_size, InputFiles::max_stream_size + 1}) {
+        SCOPED_TRACE(size);
+        std::thread writer([&] { std::ofstream(pipe, std::ios::binary) << std::string(size, 'p'); });
+        InputFiles files;
+        try {
+            const std::optional<std::string> received = files.read(pipe, "shown.ddl");
+            EXPECT_EQ(size, InputFiles::max_stream_size);
+            EXPECT_EQ(received.value_or("").size(), size);
+        } catch (const FileTooLarge& e) {
+            EXPECT_EQ(size, InputFiles::max_stream_size + 1);
+            EXPECT_STREQ(e.what(), "File shown.ddl is a pipe or device that did not end within 16 MiB.");
+        }
+        writer.join();
+    }
 }
 
 TEST(InputFiles, SourceTextsOutliveTheirReading) {
