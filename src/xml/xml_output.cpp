@@ -206,9 +206,8 @@ XmlOutput& XmlOutput::open_slow(std::string_view name, Layout layout) {
     put(name);
     put('>');
     // Names come from inputs of at most 1 GiB: the size fits.
-    const Open element{name.data(), static_cast<std::uint32_t>(name.size()), layout, converted, true};
-    if (depth_ <= max_line_depth) shallow_[depth_] = element;
-    else deep_.push_back(element);
+    slow_.push_back({name.data(), static_cast<std::uint32_t>(name.size()), layout, converted});
+    if (depth_ <= max_line_depth) slow_depths_ |= std::uint32_t{1} << depth_;
     ++depth_;
     tag_end_ = at_;
     settle(at_);
@@ -216,19 +215,20 @@ XmlOutput& XmlOutput::open_slow(std::string_view name, Layout layout) {
 }
 
 void XmlOutput::line_text_slow(std::string_view name, std::string_view content) {
-    open_line(name).text(content).close();
+    open_line(name).text(content).close_line(name);
 }
 
-void XmlOutput::line_empty_slow(std::string_view name) { open_line(name).close(); }
+void XmlOutput::line_empty_slow(std::string_view name) { open_line(name).close_line(name); }
 
 void XmlOutput::line_empty_slow(std::string_view name, std::string_view attribute_name, std::string_view value) {
-    open_line(name).attribute(attribute_name, value).close();
+    open_line(name).attribute(attribute_name, value).close_line(name);
 }
 
 void XmlOutput::close_slow() {
     const std::size_t depth = --depth_;
-    const Open element = depth <= max_line_depth ? shallow_[depth] : deep_.back();
-    if (depth > max_line_depth) deep_.pop_back();
+    const Open element = slow_.back();
+    slow_.pop_back();
+    if (depth <= max_line_depth) slow_depths_ &= ~(std::uint32_t{1} << depth);
     if (at_ == tag_end_ && element.layout != Layout::block) {
         at_[-1] = '/';
         put('>');

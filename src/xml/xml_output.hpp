@@ -66,6 +66,11 @@ public:
     XmlOutput& open_inline(const char (&name)[N]) {
         return open({name, N - 1}, Layout::inline_, true);
     }
+    // A name from the program's own tables (item types, attributes), valid as it stands.
+    struct OwnName {
+        std::string_view text;
+    };
+    XmlOutput& open_block(OwnName name) { return open(name.text, Layout::block, true); }
     // Whole elements on lines of their own, opened and closed in one step without an entry
     // in the stack of open elements: the leaves, most of a document's elements. Each writes
     // the bytes that opening, text or attribute, and closing would.
@@ -132,32 +137,11 @@ public:
         put_escaped(content, false);
         return *this;
     }
-    // The element's fields and the depth are read before the first byte is stored: a store
-    // through a char pointer could change any of them, as far as the compiler knows. The
-    // root is opened the slow way, so the line end after it is close_slow's.
-    void close() {
-        assert(depth_ != 0);
-        const std::size_t depth = depth_ - 1;
-        if (depth > max_line_depth || shallow_[depth].slow) return close_slow();
-        const Open& element = shallow_[depth];
-        const char* const name = element.name;
-        const std::size_t size = element.size;
-        const Layout layout = element.layout;
-        depth_ = depth;
-        char* at = at_;
-        if (layout == Layout::block) {
-            at = line_break(at, depth);
-        } else if (at == tag_end_) {  // nothing since the start tag: <NAME/>
-            at[-1] = '/';
-            *at++ = '>';
-            return settle(at);
-        }
-        *at++ = '<';
-        *at++ = '/';
-        at = copy(at, name, size);
-        *at++ = '>';
-        settle(at);
-    }
+    // Closes the innermost element, which the caller names as it opened it: a block on a
+    // line of its own; a line or inline element after its content, or as <NAME/> when it
+    // has none. Opening the short way stores nothing for the close.
+    void close_block(std::string_view name) { close(name, Layout::block); }
+    void close_line(std::string_view name) { close(name, Layout::line); }
     // Hands on what is buffered; the document is complete when every element is closed.
     void flush();
     // An empty string to put a text together in before it is written (the source form of a
@@ -169,12 +153,12 @@ public:
 
 private:
     enum class Layout : unsigned char { block, line, inline_ };
+    // An element opened the slow way (see open_slow).
     struct Open {  // sixteen bytes
         const char* name;  // the caller's text, or the last of converted_names_
         std::uint32_t size;
         Layout layout;
         bool converted;
-        bool slow;  // opened the slow way: see open_slow
         std::string_view name_view() const { return {name, size}; }
     };
 
@@ -187,7 +171,6 @@ private:
         const std::size_t depth = depth_;
         if (name.size() > short_text || depth - 1 >= max_line_depth || !(valid || is_known_name(name)))
             return open_slow(name, layout);
-        shallow_[depth] = {name.data(), static_cast<std::uint32_t>(name.size()), layout, false, false};
         depth_ = depth + 1;
         char* at = at_;
         if (layout != Layout::inline_) at = line_break(at, depth);
@@ -197,6 +180,28 @@ private:
         tag_end_ = at;
         at_ = at;  // no room made: see step_room
         return *this;
+    }
+    // The depth is read before the first byte is stored: a store through a char pointer
+    // could change it, as far as the compiler knows. The root is opened the slow way, so
+    // the line end after it is close_slow's.
+    [[gnu::always_inline]] void close(std::string_view name, Layout layout) {
+        assert(depth_ != 0);
+        const std::size_t depth = depth_ - 1;
+        if (depth > max_line_depth || ((slow_depths_ >> depth) & 1) != 0) return close_slow();
+        depth_ = depth;
+        char* at = at_;
+        if (layout == Layout::block) {
+            at = line_break(at, depth);
+        } else if (at == tag_end_) {  // nothing since the start tag: <NAME/>
+            at[-1] = '/';
+            *at++ = '>';
+            return settle(at);
+        }
+        *at++ = '<';
+        *at++ = '/';
+        at = copy_short(at, name);
+        *at++ = '>';
+        settle(at);
     }
     // A leaf goes the short way under an open element, at a depth one run of blanks can
     // indent, and with a name that needs no change; else it is opened and closed as usual.
@@ -351,10 +356,12 @@ private:
     std::unique_ptr<char[]> buffer_;
     char* at_;
     char* end_;
-    // The open elements: by depth as far as one run of blanks indents, then a stack.
+    // How many elements are open; which of them, as far as one run of blanks indents, were
+    // opened the slow way (a bit per depth: every deeper one was); those, innermost last.
     std::size_t depth_ = 0;
-    std::array<Open, max_line_depth + 1> shallow_{};
-    std::vector<Open> deep_;
+    std::uint32_t slow_depths_ = 0;
+    static_assert(max_line_depth < 32);
+    std::vector<Open> slow_;
     std::string scratch_;
     std::deque<std::string> converted_names_;  // names the text rule changed, innermost last; they stay put
     // Just after the '>' of the last start tag while nothing follows it: the cursor then

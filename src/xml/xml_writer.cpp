@@ -92,7 +92,7 @@ std::vector<std::uint32_t> sorted_by_name(std::span<const Item> items) {
     else out.open_inline("string");
     if (preserve) out.attribute("xml:space", "preserve");
     out.text(text);
-    out.close();
+    out.close_line("string");
 }
 
 }  // namespace
@@ -199,8 +199,8 @@ void XML_Writer::write_document(XmlOutput& out) const {
     write_identification(out);
     const std::span<const Item> items = description_.items.items();
     for (const std::uint32_t at : items_by_name_) write_object(out, items[at]);
-    out.close();
-    out.close();
+    out.close_block("description");
+    out.close_block("EDDL");
 }
 
 // Key, dictionary string and text stay on one line.
@@ -211,11 +211,11 @@ void XML_Writer::write_used_dictionary_keys(XmlOutput& out) const {
         if (dictionary_.contains(key)) {
             out.open_inline("DICTIONARY_STRING");
             write_string(out, dictionary_.text(key), false);
-            out.close();
+            out.close_line("DICTIONARY_STRING");
         }
-        out.close();
+        out.close_line("DICTIONARY_KEY");
     }
-    out.close();
+    out.close_block("USED_DICT_KEYS");
 }
 
 void XML_Writer::write_image_files(XmlOutput& out) const {
@@ -223,9 +223,9 @@ void XML_Writer::write_image_files(XmlOutput& out) const {
     for (const auto& [path, bytes] : image_files_) {
         out.open_line("file").attribute("path", path).text({});
         base64_in_pieces(*bytes, [&out](std::string_view piece) { out.text(piece); });
-        out.close();
+        out.close_line("file");
     }
-    out.close();
+    out.close_block("image_files");
 }
 
 void XML_Writer::write_identification(XmlOutput& out) const {
@@ -234,7 +234,7 @@ void XML_Writer::write_identification(XmlOutput& out) const {
         if (!value.is_set() || value->kind() == ValueKind::UNDEFINED) continue;
         out.open_block(name);
         write_value(out, *value);
-        out.close();
+        out.close_block(name);
     }
 }
 

@@ -32,7 +32,7 @@ std::string escaped(std::string_view text, bool attribute) {
 std::string written(std::string_view value) {
     std::string document;
     XmlOutput out([&document](std::string_view chunk) { document += chunk; });
-    out.open_line("e").attribute("a", value).text(value).close();
+    out.open_line("e").attribute("a", value).text(value).close_line("e");
     out.flush();
     return document;
 }
@@ -61,10 +61,10 @@ TEST(XmlOutput, LeavesAsOpenedAndClosed) {
             out.line_text("e", value);
             out.line_empty("e", "a", value);
         } else {
-            out.open_line("e").text(value).close();
-            out.open_line("e").attribute("a", value).close();
+            out.open_line("e").text(value).close_line("e");
+            out.open_line("e").attribute("a", value).close_line("e");
         }
-        out.close();
+        out.close_block("r");
         out.flush();
         return text;
     };
