@@ -186,13 +186,16 @@ void XML_Writer::write_attribute_element(XmlOutput& out, AttributeId id, const V
     out.close_block(name);
 }
 
-void XML_Writer::write_member(XmlOutput& out, const Attribute& member) const {
+// A type's attributes may be named by the source; an entry's fields and the names of
+// entries and lists are the parser's own words (see write_composed).
+void XML_Writer::write_member(XmlOutput& out, const Attribute& member, bool own_name) const {
     if (member.name == "number") return;
     if (member.name.empty()) {
         write_value(out, *member.value);
         return;
     }
-    out.open_block(member.name);
+    if (own_name) out.open_block(XmlOutput::OwnName{member.name});
+    else out.open_block(member.name);
     write_value(out, *member.value);
     out.close_block(member.name);
 }
@@ -227,14 +230,16 @@ void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
 }
 
 void XML_Writer::write_list(XmlOutput& out, const ValueList& list) const {
-    if (!list.name().empty()) out.open_block(list.name());
+    if (!list.name().empty()) out.open_block(XmlOutput::OwnName{list.name()});
     for (const ValuePtr& entry : list.items()) write_value(out, *entry);
     if (!list.name().empty()) out.close_block(list.name());
 }
 
+// Entries, their fields and lists are named only by the parser, with words of its own
+// (ComposedBuilder, ListBuilder): valid names, which need no look.
 void XML_Writer::write_composed(XmlOutput& out, const ComposedValue& composed) const {
-    if (!composed.name().empty()) out.open_block(composed.name());
-    for (const Attribute& member : composed.attributes()) write_member(out, member);
+    if (!composed.name().empty()) out.open_block(XmlOutput::OwnName{composed.name()});
+    for (const Attribute& member : composed.attributes()) write_member(out, member, true);
     if (!composed.name().empty()) out.close_block(composed.name());
 }
 
@@ -259,7 +264,7 @@ void XML_Writer::write_type(XmlOutput& out, const TypeValue& type) const {
         const char* const end = std::to_chars(digits, digits + sizeof digits, type.size()).ptr;
         out.attribute("size", std::string_view(digits, static_cast<std::size_t>(end - digits))).close_line(type.name());
     }
-    for (const Attribute& member : type.attributes()) write_member(out, member);
+    for (const Attribute& member : type.attributes()) write_member(out, member, false);
     for (const ValuePtr& entry : type.values()) write_value(out, *entry);
 }
 

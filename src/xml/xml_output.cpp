@@ -101,7 +101,8 @@ XmlOutput::XmlOutput(Deliver deliver)
     : deliver_(std::move(deliver)),
       buffer_(new char[capacity + scan_slack]()),
       at_(buffer_.get()),
-      end_(buffer_.get() + capacity) {}
+      end_(buffer_.get() + capacity),
+      last_step_(end_ - step_room) {}
 
 void XmlOutput::put_slow(std::string_view bytes) {
     hand_on();

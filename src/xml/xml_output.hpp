@@ -66,7 +66,8 @@ public:
     XmlOutput& open_inline(const char (&name)[N]) {
         return open({name, N - 1}, Layout::inline_, true);
     }
-    // A name from the program's own tables (item types, attributes), valid as it stands.
+    // A name of the program's own (from its tables of item types and attributes, or a word
+    // the parser names entries with), valid as it stands.
     struct OwnName {
         std::string_view text;
     };
@@ -272,7 +273,7 @@ private:
     // Ends a step at `at`, with room for the next.
     void settle(char* at) {
         at_ = at;
-        if (static_cast<std::size_t>(end_ - at) < step_room) hand_on();
+        if (at > last_step_) hand_on();
     }
     // A line end and the blanks of `depth` levels, copied in one fixed-size piece from a
     // run of blanks longer than needed: room() was asked for line_room, and only the
@@ -356,6 +357,7 @@ private:
     std::unique_ptr<char[]> buffer_;
     char* at_;
     char* end_;
+    char* last_step_;  // the last place a step may start at: step_room before end_
     // How many elements are open; which of them, as far as one run of blanks indents, were
     // opened the slow way (a bit per depth: every deeper one was); those, innermost last.
     std::size_t depth_ = 0;

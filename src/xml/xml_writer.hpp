@@ -75,7 +75,7 @@ private:
     void write_object(XmlOutput& out, const Item& item) const;
     void write_attribute(XmlOutput& out, const Item& item, AttributeId id, const Value& value) const;
     void write_attribute_element(XmlOutput& out, AttributeId id, const Value& value) const;
-    void write_member(XmlOutput& out, const Attribute& member) const;
+    void write_member(XmlOutput& out, const Attribute& member, bool own_name) const;
     void write_value(XmlOutput& out, const Value& value) const;
     void write_type(XmlOutput& out, const TypeValue& type) const;
     void write_list(XmlOutput& out, const ValueList& list) const;
