@@ -108,16 +108,15 @@ template <std::size_t N, std::size_t M>
 [[gnu::noinline]] void write_code(XmlOutput& out, const CodeValue& code) {
     std::size_t size = 0;
     for (const CodeToken& token : code.tokens()) size += token.size + (token.kind == STRING ? 3 : 1);
-    std::string& text = out.scratch();
-    text.resize(size);
-    char* at = text.data();
+    char* const text = out.scratch_bytes(size);
+    char* at = text;
     for (const CodeToken& token : code.tokens()) {
         if (token.kind == STRING) *at++ = '"';
         at = copy_bytes(at, token.data, token.size);
         if (token.kind == STRING) *at++ = '"';
         *at++ = ' ';
     }
-    out.open_line("code").text(trimmed(text)).close_line("code");
+    out.open_line("code").text(trimmed({text, size})).close_line("code");
 }
 
 [[gnu::noinline]] void write_expression(XmlOutput& out, const Value& value) {

@@ -151,6 +151,15 @@ public:
         scratch_.clear();
         return scratch_;
     }
+    // Room for `size` bytes to put a text together in, as they are (not cleared first):
+    // valid until the next call.
+    char* scratch_bytes(std::size_t size) {
+        if (size > scratch_bytes_size_) {
+            scratch_bytes_.reset(new char[size]);
+            scratch_bytes_size_ = size;
+        }
+        return scratch_bytes_.get();
+    }
 
 private:
     enum class Layout : unsigned char { block, line, inline_ };
@@ -365,6 +374,8 @@ private:
     static_assert(max_line_depth < 32);
     std::vector<Open> slow_;
     std::string scratch_;
+    std::unique_ptr<char[]> scratch_bytes_;
+    std::size_t scratch_bytes_size_ = 0;
     std::deque<std::string> converted_names_;  // names the text rule changed, innermost last; they stay put
     // Just after the '>' of the last start tag while nothing follows it: the cursor then
     // equals it, and close() makes the element <NAME/>. hand_on() keeps that '>' back.

@@ -58,26 +58,31 @@ std::uint64_t name_head(std::string_view name) {
 // each pass keeping the order of the one before (a pass in which every name has the same
 // byte is skipped; the counts of all eight come from one look at each head); then each run
 // of names with the same head ("ch0551_value", "ch0551_unit": common prefixes are the rule)
-// by the whole names. Positions of four bytes keep the pages the sort touches few.
-std::vector<std::uint32_t> sorted_by_name(std::span<const Item> items) {
-    std::vector<std::uint64_t> heads(items.size());
+// by the whole names. Positions of four bytes keep the pages the sort touches few, and the
+// tables are written before they are read, so none is cleared first.
+std::unique_ptr<std::uint32_t[]> sorted_by_name(std::span<const Item> items) {
+    const auto heads = std::make_unique_for_overwrite<std::uint64_t[]>(items.size());
     for (std::size_t i = 0; i < items.size(); ++i) heads[i] = name_head(items[i].name());
     std::vector<std::array<std::uint32_t, 257>> starts(8);
-    for (const std::uint64_t head : heads)
-        for (unsigned byte = 0; byte < 8; ++byte) ++starts[byte][((head >> (8 * byte)) & 0xFF) + 1];
-    std::vector<std::uint32_t> order(items.size());
-    for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<std::uint32_t>(i);
-    std::vector<std::uint32_t> sorted(items.size());
+    for (std::size_t i = 0; i < items.size(); ++i)
+        for (unsigned byte = 0; byte < 8; ++byte) ++starts[byte][((heads[i] >> (8 * byte)) & 0xFF) + 1];
+    auto order = std::make_unique_for_overwrite<std::uint32_t[]>(items.size());
+    for (std::size_t i = 0; i < items.size(); ++i) order[i] = static_cast<std::uint32_t>(i);
+    auto sorted = std::make_unique_for_overwrite<std::uint32_t[]>(items.size());
     for (unsigned byte = 0; byte < 8; ++byte) {
         std::array<std::uint32_t, 257>& start = starts[byte];
         if (std::ranges::find(start, items.size()) != start.end()) continue;
         for (std::size_t i = 1; i < start.size(); ++i) start[i] += start[i - 1];
-        for (const std::uint32_t at : order) sorted[start[(heads[at] >> (8 * byte)) & 0xFF]++] = at;
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            const std::uint32_t at = order[i];
+            sorted[start[(heads[at] >> (8 * byte)) & 0xFF]++] = at;
+        }
         order.swap(sorted);
     }
-    for (auto first = order.begin(); first != order.end();) {
+    std::uint32_t* const end = order.get() + items.size();
+    for (std::uint32_t* first = order.get(); first != end;) {
         const std::uint64_t head = heads[*first];
-        const auto last = std::find_if(first, order.end(), [&](std::uint32_t at) { return heads[at] != head; });
+        std::uint32_t* const last = std::find_if(first, end, [&](std::uint32_t at) { return heads[at] != head; });
         if (last - first > 1)
             std::sort(first, last, [&](std::uint32_t a, std::uint32_t b) { return items[a].name() < items[b].name(); });
         first = last;
@@ -198,7 +203,7 @@ void XML_Writer::write_document(XmlOutput& out) const {
     out.open_block("description");
     write_identification(out);
     const std::span<const Item> items = description_.items.items();
-    for (const std::uint32_t at : items_by_name_) write_object(out, items[at]);
+    for (std::size_t i = 0; i < items.size(); ++i) write_object(out, items[items_by_name_[i]]);
     out.close_block("description");
     out.close_block("EDDL");
 }

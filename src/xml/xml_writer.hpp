@@ -95,7 +95,7 @@ private:
     bool names_images_ = false;  // some IMAGE names a file, found or not
     // Path as written and the file's bytes, shared by every path that names the file.
     std::vector<std::pair<std::string, std::shared_ptr<const std::string>>> image_files_;
-    std::vector<std::uint32_t> items_by_name_;  // positions in the item table
+    std::unique_ptr<std::uint32_t[]> items_by_name_;  // positions in the item table, one per item
     // The attributes' element names, looked up once: an attribute element is among the
     // commonest of a document.
     std::array<std::string_view, attribute_count> attribute_elements_{};
