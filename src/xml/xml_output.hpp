@@ -341,7 +341,6 @@ private:
     static char* copy_short(char* to, std::string_view text) { return copy(to, text.data(), text.size()); }
     static char* copy(char* to, const char* from, std::size_t size) { return copy_bytes(to, from, size); }
 
-    static constexpr std::size_t capacity = std::size_t{1} << 16;
     static constexpr std::size_t indentation = 4;  // blanks per level
     static constexpr char blanks[] = "                                                                ";
     static constexpr std::size_t line_room = sizeof blanks;  // a line end and the blanks
@@ -359,6 +358,8 @@ private:
     static constexpr std::size_t opened_bytes = max_line_depth * open_bytes;
     static constexpr std::size_t step_room = 4096;
     static_assert(opened_bytes + leaf_bytes + 2 * short_text + 8 <= step_room);
+    // The buffer: what is handed on at a time is about 64 KiB, with a step's room beyond.
+    static constexpr std::size_t capacity = (std::size_t{1} << 16) + step_room;
     static_assert(short_text + 1 < 256, "name_key keeps the size in eight bits");
     // Room behind the buffer that escaping may read (never write) past its text.
     static constexpr std::size_t scan_slack = 16;
