@@ -72,9 +72,9 @@ public:
         std::string_view text;
     };
     XmlOutput& open_block(OwnName name) { return open(name.text, Layout::block, true); }
-    // Whole elements on lines of their own, opened and closed in one step without an entry
-    // in the stack of open elements: the leaves, most of a document's elements. Each writes
-    // the bytes that opening, text or attribute, and closing would.
+    // Whole elements on lines of their own, opened and closed in one step: the leaves, most
+    // of a document's elements. Each writes the bytes that opening, text or attribute, and
+    // closing would.
     //
     // <NAME>content</NAME>, with a name given as a literal.
     template <std::size_t N>
@@ -174,9 +174,10 @@ private:
 
     // Inline everywhere, though the compiler would rather not: a call per element costs
     // more than the element's own bytes.
-    // The element goes on the stack before its bytes are stored, as close() explains. The
-    // start tag is ended at once; an attribute or an empty element's close takes the '>'
-    // back (tag_end_).
+    // The depth is counted before the bytes are stored, as close() explains; nothing else
+    // is kept (the caller names the element it closes). The start tag is ended at once; an
+    // attribute or an empty element's close takes the '>' back (tag_end_). The root and
+    // elements deeper than one run of blanks indents go the slow way.
     [[gnu::always_inline]] XmlOutput& open(std::string_view name, Layout layout, bool valid) {
         const std::size_t depth = depth_;
         if (name.size() > short_text || depth - 1 >= max_line_depth || !(valid || is_known_name(name)))
