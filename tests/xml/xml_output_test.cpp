@@ -80,6 +80,24 @@ TEST(XmlOutput, LeavesAsOpenedAndClosed) {
     }
 }
 
+// A start tag's '>' is written at once and taken back by an attribute or an empty
+// element's close; where the buffer is handed on just after it, that byte must stay.
+TEST(XmlOutput, StartTagEndTakenBackAcrossChunks) {
+    std::string document;
+    XmlOutput out([&document](std::string_view chunk) { document += chunk; });
+    out.open_block("r");
+    std::string expected = "<r>";
+    for (int i = 0; i < 20000; ++i) {
+        const std::string value(static_cast<std::size_t>(i % 7), 'v');
+        out.open_line("e").attribute("a", value).close_line("e");
+        out.open_line("f").close_line("f");
+        expected += "\n    <e a=\"" + value + "\"/>\n    <f/>";
+    }
+    out.close_block("r");
+    out.flush();
+    EXPECT_EQ(document, expected + "\n</r>\n");
+}
+
 TEST(XmlOutput, LongTextsInPieces) {
     std::string value;
     for (std::size_t i = 0; value.size() < 200000; ++i) value += i % 7 == 0 ? "a<b&c\"d>" : "plain text ";
