@@ -3,8 +3,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "diagnostics/format.hpp"
@@ -15,37 +16,47 @@ namespace edd {
 namespace {
 
 // Resolves chains base first, without recursion, so that chains of any length work; each
-// item is resolved once.
+// item is resolved once. An item's state says whether it is resolved or on the chain being
+// followed: a base met on the chain closes a cycle, without a lookup of its own.
 class Resolver {
 public:
     Resolver(ItemTable& table, Diagnostics& diagnostics)
-        : table_(table), diagnostics_(diagnostics), resolved_(table.size(), false) {}
+        : table_(table), diagnostics_(diagnostics), state_(table.size(), State::open) {}
+
+    bool resolved(const Item& item) { return state(item) == State::resolved; }
 
     void resolve(Item& start) {
-        std::vector<Item*> chain{&start};
-        std::unordered_map<std::string_view, std::size_t> position{{start.name(), 0}};
+        chain_.assign(1, &start);
+        state(start) = State::on_chain;
         std::size_t cycle_start = static_cast<std::size_t>(-1);  // none
         for (Item* current = &start;;) {
-            if (resolved(*current) || !current->has_parent() || !table_.contains(current->parent())) break;
-            Item& base = table_.get(current->parent());
-            if (auto seen = position.find(base.name()); seen != position.end()) {
-                cycle_start = seen->second;
+            if (!current->has_parent()) break;
+            Item* base = find(current->parent());
+            if (base == nullptr || state(*base) == State::resolved) break;
+            if (state(*base) == State::on_chain) {
+                cycle_start = static_cast<std::size_t>(std::ranges::find(chain_, base) - chain_.begin());
                 break;
             }
-            position.emplace(base.name(), chain.size());
-            chain.push_back(&base);
-            current = &base;
+            state(*base) = State::on_chain;
+            chain_.push_back(base);
+            current = base;
         }
         // Items on a cycle stay as parsed and are reported in chain order; the items before
         // the cycle then resolve base first.
-        const std::size_t resolvable = std::min(cycle_start, chain.size());
-        for (std::size_t i = resolvable; i < chain.size(); ++i) resolve_one(*chain[i], true);
-        for (std::size_t i = resolvable; i-- > 0;) resolve_one(*chain[i], false);
+        const std::size_t resolvable = std::min(cycle_start, chain_.size());
+        for (std::size_t i = resolvable; i < chain_.size(); ++i) resolve_one(*chain_[i], true);
+        for (std::size_t i = resolvable; i-- > 0;) resolve_one(*chain_[i], false);
     }
 
 private:
-    std::vector<bool>::reference resolved(const Item& item) {
-        return resolved_[static_cast<std::size_t>(&item - table_.items().data())];
+    enum class State : std::uint8_t { open, on_chain, resolved };
+
+    State& state(const Item& item) { return state_[static_cast<std::size_t>(&item - table_.items().data())]; }
+    // The item of the name, or null: one lookup, then the same item as a changeable one.
+    Item* find(std::string_view name) {
+        const Item* item = std::as_const(table_).find(name);
+        if (item == nullptr) return nullptr;
+        return &table_.items()[static_cast<std::size_t>(item - std::as_const(table_).items().data())];
     }
 
     void report(const Item& item, std::string_view message) {
@@ -53,17 +64,16 @@ private:
     }
 
     void resolve_one(Item& item, bool on_cycle) {
-        if (resolved(item)) return;
-        resolved(item) = true;
+        state(item) = State::resolved;
         if (!item.has_parent()) return;
-        if (!table_.contains(item.parent())) {
+        const Item* base = find(item.parent());
+        if (base == nullptr) {
             report(item, format_message(messages::like_undefined, {item.parent(), item.name()}));
         } else if (on_cycle) {
             report(item, format_message(messages::like_cycle, {item.name()}));
         } else {
-            const Item& base = table_.get(item.parent());
-            if (item.type() == ItemType::UNKNOWN) item.set_type(base.type());
-            for (const Item::Slot& slot : base.attributes())
+            if (item.type() == ItemType::UNKNOWN) item.set_type(base->type());
+            for (const Item::Slot& slot : base->attributes())
                 if (!item.has_attribute(slot.id)) item.set_attribute(slot.id, slot.value);
             item.set_parent({});
         }
@@ -71,7 +81,8 @@ private:
 
     ItemTable& table_;
     Diagnostics& diagnostics_;
-    std::vector<bool> resolved_;
+    std::vector<State> state_;
+    std::vector<Item*> chain_;  // kept from one chain to the next
 };
 
 }  // namespace
@@ -79,7 +90,7 @@ private:
 void resolve_like_items(Description& description, Diagnostics& diagnostics) {
     Resolver resolver(description.items, diagnostics);
     for (Item& item : description.items.items())
-        if (item.has_parent()) resolver.resolve(item);
+        if (item.has_parent() && !resolver.resolved(item)) resolver.resolve(item);
 }
 
 }  // namespace edd

@@ -108,28 +108,28 @@ template <std::size_t N, std::size_t M>
 [[gnu::noinline]] void write_code(XmlOutput& out, const CodeValue& code) {
     std::size_t size = 0;
     for (const CodeToken& token : code.tokens()) size += token.size + (token.kind == STRING ? 3 : 1);
-    std::string& text = out.scratch();
-    text.resize(size);
-    char* at = text.data();
+    char* const text = out.scratch_bytes(size);
+    char* at = text;
     for (const CodeToken& token : code.tokens()) {
         if (token.kind == STRING) *at++ = '"';
         at = copy_bytes(at, token.data, token.size);
         if (token.kind == STRING) *at++ = '"';
         *at++ = ' ';
     }
-    out.open_line("code").text(trimmed(text)).close();
+    out.open_line("code").text(trimmed({text, size})).close_line("code");
 }
 
 [[gnu::noinline]] void write_expression(XmlOutput& out, const Value& value) {
-    out.open_line("expression").text(source_text(out, value)).close();
+    out.open_line("expression").text(source_text(out, value)).close_line("expression");
 }
 
 [[gnu::noinline]] void write_parameter(XmlOutput& out, const ParameterValue& parameter) {
     const bool by_reference = parameter.mode() == ParameterMode::CALL_BY_REFERENCE;
-    out.open_line(parameter.type().element)
+    const std::string_view element = parameter.type().element;
+    out.open_line(element)
         .attribute("call_by_reference", by_reference ? "true" : "false")
         .text(parameter.name())
-        .close();
+        .close_line(element);
 }
 
 // TRANSACTION lists of COMMANDs, and response_code lists of RESPONSE_CODES, give one
@@ -150,7 +150,8 @@ void write_transaction_number(XmlOutput& out, const Value& value) {
 }  // namespace
 
 void XML_Writer::write_object(XmlOutput& out, const Item& item) const {
-    out.open_block(item_type_word(item)).attribute("id", item.name());
+    const std::string_view word = item_type_word(item);
+    out.open_block(XmlOutput::OwnName{word}).attribute("id", item.name());
     if (item.has_parent()) out.attribute("parent", item.parent());
     if (item.type() == ItemType::RESPONSE_CODES) {
         // The codes go straight into the item: there is no response_code wrapper.
@@ -165,7 +166,7 @@ void XML_Writer::write_object(XmlOutput& out, const Item& item) const {
         for (const Item::Slot& slot : item.attributes())
             if (slot.id != AttributeId::of_type) write_attribute(out, item, slot.id, *slot.value);
     }
-    out.close();
+    out.close_block(word);
 }
 
 void XML_Writer::write_attribute(XmlOutput& out, const Item& item, AttributeId id, const Value& value) const {
@@ -177,21 +178,25 @@ void XML_Writer::write_attribute(XmlOutput& out, const Item& item, AttributeId i
 }
 
 void XML_Writer::write_attribute_element(XmlOutput& out, AttributeId id, const Value& value) const {
-    out.open_block(code(id) < attribute_elements_.size() ? attribute_elements_[code(id)] : name_of(id));
+    const std::string_view name = code(id) < attribute_elements_.size() ? attribute_elements_[code(id)] : name_of(id);
+    out.open_block(XmlOutput::OwnName{name});
     if (id == AttributeId::TRANSACTION) write_transaction_number(out, value);
     write_value(out, value);
-    out.close();
+    out.close_block(name);
 }
 
-void XML_Writer::write_member(XmlOutput& out, const Attribute& member) const {
+// A type's attributes may be named by the source; an entry's fields and the names of
+// entries and lists are the parser's own words (see write_composed).
+void XML_Writer::write_member(XmlOutput& out, const Attribute& member, bool own_name) const {
     if (member.name == "number") return;
     if (member.name.empty()) {
         write_value(out, *member.value);
         return;
     }
-    out.open_block(member.name);
+    if (own_name) out.open_block(XmlOutput::OwnName{member.name});
+    else out.open_block(member.name);
     write_value(out, *member.value);
-    out.close();
+    out.close_block(member.name);
 }
 
 // A dispatch only: each kind's steps are a call of their own, so that the small ones do
@@ -224,15 +229,17 @@ void XML_Writer::write_value(XmlOutput& out, const Value& value) const {
 }
 
 void XML_Writer::write_list(XmlOutput& out, const ValueList& list) const {
-    if (!list.name().empty()) out.open_block(list.name());
+    if (!list.name().empty()) out.open_block(XmlOutput::OwnName{list.name()});
     for (const ValuePtr& entry : list.items()) write_value(out, *entry);
-    if (!list.name().empty()) out.close();
+    if (!list.name().empty()) out.close_block(list.name());
 }
 
+// Entries, their fields and lists are named only by the parser, with words of its own
+// (ComposedBuilder, ListBuilder): valid names, which need no look.
 void XML_Writer::write_composed(XmlOutput& out, const ComposedValue& composed) const {
-    if (!composed.name().empty()) out.open_block(composed.name());
-    for (const Attribute& member : composed.attributes()) write_member(out, member);
-    if (!composed.name().empty()) out.close();
+    if (!composed.name().empty()) out.open_block(XmlOutput::OwnName{composed.name()});
+    for (const Attribute& member : composed.attributes()) write_member(out, member, true);
+    if (!composed.name().empty()) out.close_block(composed.name());
 }
 
 void XML_Writer::write_reference(XmlOutput& out, const ReferenceValue& reference) const {
@@ -242,7 +249,7 @@ void XML_Writer::write_reference(XmlOutput& out, const ReferenceValue& reference
     }
     out.open_block("reference").attribute("ref", reference.name());
     write_value(out, *reference.argument());
-    out.close();
+    out.close_block("reference");
 }
 
 // The type element stays empty: its members and values follow it in the parent, at the
@@ -254,9 +261,9 @@ void XML_Writer::write_type(XmlOutput& out, const TypeValue& type) const {
         out.open_line(type.name());
         char digits[24];
         const char* const end = std::to_chars(digits, digits + sizeof digits, type.size()).ptr;
-        out.attribute("size", std::string_view(digits, static_cast<std::size_t>(end - digits))).close();
+        out.attribute("size", std::string_view(digits, static_cast<std::size_t>(end - digits))).close_line(type.name());
     }
-    for (const Attribute& member : type.attributes()) write_member(out, member);
+    for (const Attribute& member : type.attributes()) write_member(out, member, false);
     for (const ValuePtr& entry : type.values()) write_value(out, *entry);
 }
 
@@ -266,9 +273,9 @@ void XML_Writer::write_if(XmlOutput& out, const IfConditional& choice) const {
     if (choice.has_else()) {
         out.open_block("ELSE");
         write_value(out, choice.else_value());
-        out.close();
+        out.close_block("ELSE");
     }
-    out.close();
+    out.close_block("IF");
 }
 
 void XML_Writer::write_select(XmlOutput& out, const SelectConditional& choice) const {
@@ -277,14 +284,14 @@ void XML_Writer::write_select(XmlOutput& out, const SelectConditional& choice) c
         const SelectConditional::Case& branch = choice.case_at(i);
         out.open_block("CASE").attribute("value", source_text(out, branch.label()));
         write_value(out, branch.value());
-        out.close();
+        out.close_block("CASE");
     }
     if (choice.has_default()) {
         out.open_block("DEFAULT");
         write_value(out, choice.default_value());
-        out.close();
+        out.close_block("DEFAULT");
     }
-    out.close();
+    out.close_block("SELECT");
 }
 
 }  // namespace edd

@@ -101,10 +101,11 @@ XmlOutput::XmlOutput(Deliver deliver)
     : deliver_(std::move(deliver)),
       buffer_(new char[capacity + scan_slack]()),
       at_(buffer_.get()),
-      end_(buffer_.get() + capacity) {}
+      end_(buffer_.get() + capacity),
+      last_step_(end_ - step_room) {}
 
 void XmlOutput::put_slow(std::string_view bytes) {
-    flush();
+    hand_on();
     if (bytes.size() > capacity) {
         deliver_(bytes);
         return;
@@ -116,6 +117,19 @@ void XmlOutput::flush() {
     char* const start = buffer_.get();
     if (at_ != start) deliver_(std::string_view(start, static_cast<std::size_t>(at_ - start)));
     at_ = start;
+    tag_end_ = nullptr;
+}
+
+// Like flush, but the last byte stays while it may still change: the '>' of a start tag
+// that nothing follows yet.
+void XmlOutput::hand_on() {
+    char* const start = buffer_.get();
+    const bool keep = at_ == tag_end_ && at_ != start;
+    char* const end = keep ? at_ - 1 : at_;
+    if (end != start) deliver_(std::string_view(start, static_cast<std::size_t>(end - start)));
+    if (keep) start[0] = *end;
+    at_ = keep ? start + 1 : start;
+    tag_end_ = keep ? at_ : nullptr;
 }
 
 // Piece by piece, as put_escaped does it; only the bytes that need it are replaced. The
@@ -156,6 +170,7 @@ void XmlOutput::put_escaped_rest(std::string_view bytes, bool attribute) {
         }
         put_escape(c);
     }
+    settle(at_);
 }
 
 void XmlOutput::put_escape(unsigned char c) {
@@ -171,7 +186,10 @@ void XmlOutput::put_escape(unsigned char c) {
     }
 }
 
-void XmlOutput::declaration() { put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"); }
+void XmlOutput::declaration() {
+    put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
+    settle(at_);
+}
 
 void XmlOutput::put_line_break(std::size_t depth) {
     put('\n');
@@ -184,53 +202,72 @@ XmlOutput& XmlOutput::open_slow(std::string_view name, Layout layout) {
         name = converted_name(name);
         converted = true;
     }
-    end_start_tag();
-    if (layout != Layout::inline_ && !open_.empty()) put_line_break(open_.size());
+    if (layout != Layout::inline_ && depth_ != 0) put_line_break(depth_);
     put('<');
     put(name);
+    put('>');
     // Names come from inputs of at most 1 GiB: the size fits.
-    open_.push_back({name.data(), static_cast<std::uint32_t>(name.size()), layout, converted, true});
-    start_tag_open_ = true;
+    slow_.push_back({name.data(), static_cast<std::uint32_t>(name.size()), layout, converted});
+    if (depth_ <= max_line_depth) slow_depths_ |= std::uint32_t{1} << depth_;
+    ++depth_;
+    tag_end_ = at_;
+    settle(at_);
     return *this;
 }
 
 void XmlOutput::line_text_slow(std::string_view name, std::string_view content) {
-    open_line(name).text(content).close();
+    open_line(name).text(content).close_line(name);
 }
 
-void XmlOutput::line_empty_slow(std::string_view name) { open_line(name).close(); }
+void XmlOutput::line_empty_slow(std::string_view name) { open_line(name).close_line(name); }
 
 void XmlOutput::line_empty_slow(std::string_view name, std::string_view attribute_name, std::string_view value) {
-    open_line(name).attribute(attribute_name, value).close();
+    open_line(name).attribute(attribute_name, value).close_line(name);
 }
 
 void XmlOutput::close_slow() {
-    const Open element = open_.back();
-    open_.pop_back();
-    if (start_tag_open_ && element.layout != Layout::block) {
-        put("/>");
-        start_tag_open_ = false;
+    const std::size_t depth = --depth_;
+    const Open element = slow_.back();
+    slow_.pop_back();
+    if (depth <= max_line_depth) slow_depths_ &= ~(std::uint32_t{1} << depth);
+    if (at_ == tag_end_ && element.layout != Layout::block) {
+        at_[-1] = '/';
+        put('>');
     } else {
-        end_start_tag();
-        if (element.layout == Layout::block) put_line_break(open_.size());
+        if (element.layout == Layout::block) put_line_break(depth);
         put("</");
         put(element.name_view());
         put('>');
-        if (open_.empty()) put('\n');  // the document ends with a line end
+        if (depth == 0) put('\n');  // the document ends with a line end
     }
     if (element.converted) converted_names_.pop_back();
+    settle(at_);
 }
 
 XmlOutput& XmlOutput::long_attribute(std::string_view name, std::string_view value) {
+    --at_;  // the start tag's '>', kept in the buffer (hand_on)
     put(' ');
     put(name);
     put("=\"");
     put_escaped(value, true);
-    put('"');
+    put("\">");
+    tag_end_ = at_;
+    settle(at_);
     return *this;
 }
 
 bool XmlOutput::is_plain_name(std::string_view name) { return is_ascii_xml_name(name); }
+
+// Only short names are remembered: the size must fit beside the place in name_key.
+bool XmlOutput::is_valid_name(std::string_view name) {
+    if (name.size() > short_text) return is_plain_name(name);
+    if (is_known_name(name)) return true;
+    if (!is_plain_name(name)) return false;
+    std::uint64_t* const pair = name_pair(name_key(name));
+    pair[1] = pair[0];
+    pair[0] = name_key(name);
+    return true;
+}
 
 // A name XML cannot read would make the whole document unreadable.
 std::string_view XmlOutput::converted_name(std::string_view name) {

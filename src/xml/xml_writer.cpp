@@ -10,6 +10,7 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <system_error>
 
@@ -37,13 +38,9 @@ constexpr IdentificationField identification_fields[] = {
     {"MANUFACTURER_EXT", &Identification::manufacturer_ext},
 };
 
-// Items are sorted by the first eight bytes of their names, as numbers kept beside them,
-// and only on a tie by the whole names. Zero padding and big-endian numbers keep byte order.
-struct ByName {
-    std::uint64_t head;
-    const Item* item;
-};
-
+// Items are sorted by the first eight bytes of their names, as numbers kept in a table of
+// their own, and only on a tie by the whole names. Zero padding and big-endian numbers keep
+// byte order.
 std::uint64_t name_head(std::string_view name) {
     std::uint64_t value = 0;
     if (name.size() >= 8) {  // the common case: eight bytes at once, which compilers turn into a swap
@@ -57,28 +54,40 @@ std::uint64_t name_head(std::string_view name) {
     return value;
 }
 
-// First by the heads, a byte a pass from the last, each pass keeping the order of the one
-// before (a pass in which every name has the same byte is skipped; the counts of all eight
-// come from one look at each head); then each run of names with the same head
-// ("ch0551_value", "ch0551_unit": common prefixes are the rule) by the whole names.
-void sort_by_name(std::vector<ByName>& entries) {
-    std::vector<std::array<std::size_t, 257>> starts(8);
-    for (const ByName& entry : entries)
-        for (unsigned byte = 0; byte < 8; ++byte) ++starts[byte][((entry.head >> (8 * byte)) & 0xFF) + 1];
-    std::vector<ByName> sorted(entries.size());
+// The positions of `items` in name order. First by the heads, a byte a pass from the last,
+// each pass keeping the order of the one before (a pass in which every name has the same
+// byte is skipped; the counts of all eight come from one look at each head); then each run
+// of names with the same head ("ch0551_value", "ch0551_unit": common prefixes are the rule)
+// by the whole names. Positions of four bytes keep the pages the sort touches few, and the
+// tables are written before they are read, so none is cleared first.
+std::unique_ptr<std::uint32_t[]> sorted_by_name(std::span<const Item> items) {
+    const auto heads = std::make_unique_for_overwrite<std::uint64_t[]>(items.size());
+    for (std::size_t i = 0; i < items.size(); ++i) heads[i] = name_head(items[i].name());
+    std::vector<std::array<std::uint32_t, 257>> starts(8);
+    for (std::size_t i = 0; i < items.size(); ++i)
+        for (unsigned byte = 0; byte < 8; ++byte) ++starts[byte][((heads[i] >> (8 * byte)) & 0xFF) + 1];
+    auto order = std::make_unique_for_overwrite<std::uint32_t[]>(items.size());
+    for (std::size_t i = 0; i < items.size(); ++i) order[i] = static_cast<std::uint32_t>(i);
+    auto sorted = std::make_unique_for_overwrite<std::uint32_t[]>(items.size());
     for (unsigned byte = 0; byte < 8; ++byte) {
-        std::array<std::size_t, 257>& start = starts[byte];
-        if (std::ranges::find(start, entries.size()) != start.end()) continue;
+        std::array<std::uint32_t, 257>& start = starts[byte];
+        if (std::ranges::find(start, items.size()) != start.end()) continue;
         for (std::size_t i = 1; i < start.size(); ++i) start[i] += start[i - 1];
-        for (const ByName& entry : entries) sorted[start[(entry.head >> (8 * byte)) & 0xFF]++] = entry;
-        entries.swap(sorted);
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            const std::uint32_t at = order[i];
+            sorted[start[(heads[at] >> (8 * byte)) & 0xFF]++] = at;
+        }
+        order.swap(sorted);
     }
-    for (auto first = entries.begin(); first != entries.end();) {
-        const auto last = std::find_if(first, entries.end(), [&](const ByName& e) { return e.head != first->head; });
+    std::uint32_t* const end = order.get() + items.size();
+    for (std::uint32_t* first = order.get(); first != end;) {
+        const std::uint64_t head = heads[*first];
+        std::uint32_t* const last = std::find_if(first, end, [&](std::uint32_t at) { return heads[at] != head; });
         if (last - first > 1)
-            std::sort(first, last, [](const ByName& a, const ByName& b) { return a.item->name() < b.item->name(); });
+            std::sort(first, last, [&](std::uint32_t a, std::uint32_t b) { return items[a].name() < items[b].name(); });
         first = last;
     }
+    return order;
 }
 
 // The string elements other than the common one on its own line; out of line, so that the
@@ -88,7 +97,7 @@ void sort_by_name(std::vector<ByName>& entries) {
     else out.open_inline("string");
     if (preserve) out.attribute("xml:space", "preserve");
     out.text(text);
-    out.close();
+    out.close_line("string");
 }
 
 }  // namespace
@@ -119,15 +128,9 @@ void XML_Writer::build() {
     names_images_ = !paths.empty();
     read_image_files(paths);
 
-    std::vector<ByName> by_name;
-    by_name.reserve(description_.items.size());
-    for (const Item& item : description_.items.items())
-        by_name.push_back({name_head(item.name()), &item});
     for (std::size_t id = 0; id < attribute_elements_.size(); ++id)
         attribute_elements_[id] = name_of(static_cast<AttributeId>(id));
-    sort_by_name(by_name);
-    items_by_name_.reserve(by_name.size());
-    for (const ByName& entry : by_name) items_by_name_.push_back(entry.item);
+    items_by_name_ = sorted_by_name(description_.items.items());
     built_ = true;
 }
 
@@ -199,9 +202,10 @@ void XML_Writer::write_document(XmlOutput& out) const {
     if (names_images_) write_image_files(out);
     out.open_block("description");
     write_identification(out);
-    for (const Item* item : items_by_name_) write_object(out, *item);
-    out.close();
-    out.close();
+    const std::span<const Item> items = description_.items.items();
+    for (std::size_t i = 0; i < items.size(); ++i) write_object(out, items[items_by_name_[i]]);
+    out.close_block("description");
+    out.close_block("EDDL");
 }
 
 // Key, dictionary string and text stay on one line.
@@ -212,11 +216,11 @@ void XML_Writer::write_used_dictionary_keys(XmlOutput& out) const {
         if (dictionary_.contains(key)) {
             out.open_inline("DICTIONARY_STRING");
             write_string(out, dictionary_.text(key), false);
-            out.close();
+            out.close_line("DICTIONARY_STRING");
         }
-        out.close();
+        out.close_line("DICTIONARY_KEY");
     }
-    out.close();
+    out.close_block("USED_DICT_KEYS");
 }
 
 void XML_Writer::write_image_files(XmlOutput& out) const {
@@ -224,9 +228,9 @@ void XML_Writer::write_image_files(XmlOutput& out) const {
     for (const auto& [path, bytes] : image_files_) {
         out.open_line("file").attribute("path", path).text({});
         base64_in_pieces(*bytes, [&out](std::string_view piece) { out.text(piece); });
-        out.close();
+        out.close_line("file");
     }
-    out.close();
+    out.close_block("image_files");
 }
 
 void XML_Writer::write_identification(XmlOutput& out) const {
@@ -235,7 +239,7 @@ void XML_Writer::write_identification(XmlOutput& out) const {
         if (!value.is_set() || value->kind() == ValueKind::UNDEFINED) continue;
         out.open_block(name);
         write_value(out, *value);
-        out.close();
+        out.close_block(name);
     }
 }
 

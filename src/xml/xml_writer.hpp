@@ -75,7 +75,7 @@ private:
     void write_object(XmlOutput& out, const Item& item) const;
     void write_attribute(XmlOutput& out, const Item& item, AttributeId id, const Value& value) const;
     void write_attribute_element(XmlOutput& out, AttributeId id, const Value& value) const;
-    void write_member(XmlOutput& out, const Attribute& member) const;
+    void write_member(XmlOutput& out, const Attribute& member, bool own_name) const;
     void write_value(XmlOutput& out, const Value& value) const;
     void write_type(XmlOutput& out, const TypeValue& type) const;
     void write_list(XmlOutput& out, const ValueList& list) const;
@@ -95,7 +95,7 @@ private:
     bool names_images_ = false;  // some IMAGE names a file, found or not
     // Path as written and the file's bytes, shared by every path that names the file.
     std::vector<std::pair<std::string, std::shared_ptr<const std::string>>> image_files_;
-    std::vector<const Item*> items_by_name_;
+    std::unique_ptr<std::uint32_t[]> items_by_name_;  // positions in the item table, one per item
     // The attributes' element names, looked up once: an attribute element is among the
     // commonest of a document.
     std::array<std::string_view, attribute_count> attribute_elements_{};

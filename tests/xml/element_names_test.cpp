@@ -15,7 +15,7 @@ namespace {
 TEST(XmlOutput, NameCheckedForItsWholeText) {
     const std::string text = "a b";
     XmlOutput out([](std::string_view) {});
-    out.open_block(std::string_view(text).substr(0, 1)).close();
+    out.open_block(std::string_view(text).substr(0, 1)).close_block(std::string_view(text).substr(0, 1));
     EXPECT_THROW(out.open_block(std::string_view(text)), std::logic_error);
 }
 

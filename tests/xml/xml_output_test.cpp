@@ -32,7 +32,7 @@ std::string escaped(std::string_view text, bool attribute) {
 std::string written(std::string_view value) {
     std::string document;
     XmlOutput out([&document](std::string_view chunk) { document += chunk; });
-    out.open_line("e").attribute("a", value).text(value).close();
+    out.open_line("e").attribute("a", value).text(value).close_line("e");
     out.flush();
     return document;
 }
@@ -61,10 +61,10 @@ TEST(XmlOutput, LeavesAsOpenedAndClosed) {
             out.line_text("e", value);
             out.line_empty("e", "a", value);
         } else {
-            out.open_line("e").text(value).close();
-            out.open_line("e").attribute("a", value).close();
+            out.open_line("e").text(value).close_line("e");
+            out.open_line("e").attribute("a", value).close_line("e");
         }
-        out.close();
+        out.close_block("r");
         out.flush();
         return text;
     };
@@ -78,6 +78,24 @@ TEST(XmlOutput, LeavesAsOpenedAndClosed) {
             }
         }
     }
+}
+
+// A start tag's '>' is written at once and taken back by an attribute or an empty
+// element's close; where the buffer is handed on just after it, that byte must stay.
+TEST(XmlOutput, StartTagEndTakenBackAcrossChunks) {
+    std::string document;
+    XmlOutput out([&document](std::string_view chunk) { document += chunk; });
+    out.open_block("r");
+    std::string expected = "<r>";
+    for (int i = 0; i < 20000; ++i) {
+        const std::string value(static_cast<std::size_t>(i % 7), 'v');
+        out.open_line("e").attribute("a", value).close_line("e");
+        out.open_line("f").close_line("f");
+        expected += "\n    <e a=\"" + value + "\"/>\n    <f/>";
+    }
+    out.close_block("r");
+    out.flush();
+    EXPECT_EQ(document, expected + "\n</r>\n");
 }
 
 TEST(XmlOutput, LongTextsInPieces) {
