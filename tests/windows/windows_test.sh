@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
 # What the Windows build shows beyond the golden cases, under wine: the bundled examples
-# give the documents kept beside them; cmd's %ERRORLEVEL% sees the full exit statuses; the
-# usage line names the program as Windows started it; an output another program holds open
-# is refused as a failed save, the old file kept and no temporary left.
+# give the documents kept beside them; a large item table grows in place; cmd's %ERRORLEVEL%
+# sees the full exit statuses; the usage line names the program as Windows started it; an
+# output another program holds open is refused as a failed save, the old file kept and no
+# temporary left.
 #   windows_test.sh <wine> <tarnwick.exe> <repository>
 set -uo pipefail
 wine=$1
@@ -26,6 +27,16 @@ example HART hart pressure_transmitter
 example HART hart temperature_transmitter
 example PROFIBUS profibus level_transmitter
 example HART hart flow_switch -d "$repo/examples/hart/flow_switch.dct"
+
+# Enough items to leave the heap: the item table then grows inside reserved address space,
+# committed piece by piece, which only a large description reaches.
+awk 'BEGIN { print "MANUFACTURER 1, DEVICE_TYPE 2"
+    for (i = 1; i <= 20000; i++) printf "VARIABLE v%d { LABEL \"x\"; CLASS LOCAL; TYPE INTEGER; }\n", i }' >many.ddl
+"$wine" "$program" many.ddl -o many.xml >/dev/null 2>errors.txt || fail "20,000 items: status $?: $(cat errors.txt)"
+[[ ! -s errors.txt ]] || fail "20,000 items: $(cat errors.txt)"
+ids=$(grep -o '<VARIABLE id="v[0-9]*">' many.xml)
+[[ $(wc -l <<<"$ids") == 20000 && $(sort -u <<<"$ids" | wc -l) == 20000 ]] || fail "20,000 items: not every item written once"
+LC_ALL=C sort -c <<<"$ids" || fail "20,000 items: not written in the order of their names"
 
 cp "$program" tarnwick.exe
 printf 'MANUFACTURER 1, DEVICE_TYPE 2\nVARIABLE v { LABEL "x"; CLASS LOCAL; TYPE INTEGER; }\n' >good.ddl
