@@ -8,6 +8,12 @@
 
 namespace edd {
 
+namespace {
+
+unsigned length_bit(std::string_view name) { return name.size() < 63 ? static_cast<unsigned>(name.size()) : 63; }
+
+}  // namespace
+
 MacroSubstitution::MacroSubstitution(const Macro& macro, const MacroArguments& arguments, PreprocessorLimits& limits,
                                      TextStore& texts, const PreprocessorReporter& reporter)
     : macro_(macro),
@@ -19,6 +25,7 @@ MacroSubstitution::MacroSubstitution(const Macro& macro, const MacroArguments& a
       out_(limits.held_tokens()) {
     // Arguments are mostly a token each: the body's size spares the regrowth of most copies.
     out_.reserve(macro.body->size());
+    for (const std::string& parameter : macro.parameters) parameter_lengths_ |= std::uint64_t{1} << length_bit(parameter);
 }
 
 std::shared_ptr<const TokenSequence> MacroSubstitution::run(bool apply_operators) {
@@ -48,6 +55,7 @@ void MacroSubstitution::check_limits() {
 
 const TokenBlock* MacroSubstitution::argument_of(const Token& token) const {
     if (!token.is(IDENTIFIER) && !token.is(EDDL_KEYWORD)) return nullptr;
+    if (!((parameter_lengths_ >> length_bit(token.text())) & 1)) return nullptr;
     for (std::size_t i = 0; i < macro_.parameters.size(); ++i)
         if (macro_.parameters[i] == token.text()) return &arguments_[i];
     return nullptr;
@@ -93,11 +101,6 @@ void MacroSubstitution::paste() {
 std::string_view MacroSubstitution::made_text(std::string_view first, std::string_view second) {
     if (!limits_.charge_text(first.size() + second.size())) reporter_.fail(messages::macro_expansion_too_large);
     return texts_.join(first, second);
-}
-
-void MacroSubstitution::produce(const Token& token) {
-    out_.push_back(token);
-    produced_ += token_count(token);
 }
 
 void MacroSubstitution::produce(std::span<const Token> tokens) {

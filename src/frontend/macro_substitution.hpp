@@ -6,6 +6,7 @@
 // it produces outgrows it.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <vector>
@@ -33,7 +34,10 @@ private:
     void stringify(const Token& hash);
     void paste();
     std::string_view made_text(std::string_view first, std::string_view second);
-    void produce(const Token& token);
+    void produce(const Token& token) {
+        out_.push_back(token);
+        produced_ += token_count(token);
+    }
     void produce(std::span<const Token> tokens);
     void check_limits();
 
@@ -45,6 +49,9 @@ private:
     SequenceCursor body_;
     TokenBlock out_;
     std::size_t produced_ = 0;  // token_count of out_
+    // A bit for each length of a parameter's name (from 63 on, one bit): most words of a
+    // body have a length no parameter has and are passed without a comparison.
+    std::uint64_t parameter_lengths_ = 0;
 };
 
 }  // namespace edd
