@@ -8,12 +8,6 @@
 
 namespace edd {
 
-namespace {
-
-unsigned length_bit(std::string_view name) { return name.size() < 63 ? static_cast<unsigned>(name.size()) : 63; }
-
-}  // namespace
-
 MacroSubstitution::MacroSubstitution(const Macro& macro, const MacroArguments& arguments, PreprocessorLimits& limits,
                                      TextStore& texts, const PreprocessorReporter& reporter)
     : macro_(macro),
@@ -29,7 +23,10 @@ MacroSubstitution::MacroSubstitution(const Macro& macro, const MacroArguments& a
 }
 
 std::shared_ptr<const TokenSequence> MacroSubstitution::run(bool apply_operators) {
-    while (const Token* token = body_.take()) {
+    for (;;) {
+        copy_plain_run(apply_operators);
+        const Token* token = body_.take();
+        if (token == nullptr) break;
         check_limits();
         if (apply_operators && token->is(PREPROCESSOR_SWITCH)) {
             stringify(*token);
@@ -44,6 +41,29 @@ std::shared_ptr<const TokenSequence> MacroSubstitution::run(bool apply_operators
     return std::make_shared<const TokenSequence>(limits_.held_tokens(), std::move(out_));
 }
 
+// Most of a body is copied as it stands: the tokens ahead in the span being read that stand
+// for no argument and, where operators apply, are none, up to the next that does. They
+// are copied at once where the guard would pass each of them one by one; what the guard
+// counts only grows along them, so it is asked as the last of them would ask it. Where it
+// would fail, they are left to be copied one by one, and it fails where it always did.
+void MacroSubstitution::copy_plain_run(bool apply_operators) {
+    const std::span<const Token> ahead = body_.rest_of_span();
+    std::size_t plain = 0;
+    std::size_t count = 0;
+    for (; plain < ahead.size(); ++plain) {
+        const Token& token = ahead[plain];
+        if (argument_of(token) != nullptr) break;
+        if (apply_operators && (token.is(PREPROCESSOR_SWITCH) || token.is(PREPROCESSOR_PASTE))) break;
+        count += token_count(token);
+    }
+    if (plain < 2) return;
+    const std::size_t before_last = produced_ + count - token_count(ahead[plain - 1]);
+    if (!limits_.affords(before_last) || limits_.holds_too_much(plain - 1)) return;
+    out_.append(ahead.first(plain));
+    produced_ += count;
+    body_.pass(plain);
+}
+
 // Checked as the copy grows, so that a runaway expansion is never built whole.
 void MacroSubstitution::check_limits() {
     if (!limits_.affords(produced_)) {
@@ -53,11 +73,9 @@ void MacroSubstitution::check_limits() {
     if (limits_.holds_too_much()) reporter_.fail(messages::macro_expansion_too_large);
 }
 
-const TokenBlock* MacroSubstitution::argument_of(const Token& token) const {
-    if (!token.is(IDENTIFIER) && !token.is(EDDL_KEYWORD)) return nullptr;
-    if (!((parameter_lengths_ >> length_bit(token.text())) & 1)) return nullptr;
+const TokenBlock* MacroSubstitution::argument_named(std::string_view name) const {
     for (std::size_t i = 0; i < macro_.parameters.size(); ++i)
-        if (macro_.parameters[i] == token.text()) return &arguments_[i];
+        if (macro_.parameters[i] == name) return &arguments_[i];
     return nullptr;
 }
 

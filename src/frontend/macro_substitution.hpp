@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "frontend/macro_table.hpp"
@@ -30,7 +31,17 @@ public:
     std::shared_ptr<const TokenSequence> run(bool apply_operators);
 
 private:
-    const TokenBlock* argument_of(const Token& token) const;
+    // The argument a token of the body stands for, or null. Most words of a body have a
+    // length no parameter has and are passed here, inline, without a comparison.
+    const TokenBlock* argument_of(const Token& token) const {
+        if (!token.is(IDENTIFIER) && !token.is(EDDL_KEYWORD)) return nullptr;
+        if (!((parameter_lengths_ >> length_bit(token.text())) & 1)) return nullptr;
+        return argument_named(token.text());
+    }
+    const TokenBlock* argument_named(std::string_view name) const;
+    static unsigned length_bit(std::string_view name) {
+        return name.size() < 63 ? static_cast<unsigned>(name.size()) : 63;
+    }
     void stringify(const Token& hash);
     void paste();
     std::string_view made_text(std::string_view first, std::string_view second);
@@ -39,6 +50,7 @@ private:
         produced_ += token_count(token);
     }
     void produce(std::span<const Token> tokens);
+    void copy_plain_run(bool apply_operators);
     void check_limits();
 
     const Macro& macro_;
@@ -49,9 +61,7 @@ private:
     SequenceCursor body_;
     TokenBlock out_;
     std::size_t produced_ = 0;  // token_count of out_
-    // A bit for each length of a parameter's name (from 63 on, one bit): most words of a
-    // body have a length no parameter has and are passed without a comparison.
-    std::uint64_t parameter_lengths_ = 0;
+    std::uint64_t parameter_lengths_ = 0;  // a bit for each length_bit of a parameter's name
 };
 
 }  // namespace edd

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,10 @@ public:
         if (next_ == end_ && !enter_next_span()) return nullptr;
         return next_++;
     }
+    // The tokens left in the span being read (none where the next is in another span), and
+    // passing over `count` of them.
+    std::span<const Token> rest_of_span() const { return {next_, end_}; }
+    void pass(std::size_t count) { next_ += count; }
     // The next token that is not a run of blanks, or null at the end.
     const Token* take_word() {
         const Token* token = take();
