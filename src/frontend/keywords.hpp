@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <string_view>
 
@@ -198,6 +200,56 @@ inline constexpr std::size_t find_slot(std::string_view word) {
     }
 }
 
+// The first sixteen bytes of each slot's word, zero past its end, as two machine words in
+// the order a load from memory gives: a word of the source with sixteen bytes readable
+// from its start is compared in two loads instead of a loop over its bytes.
+struct WordHead {
+    std::uint64_t first = 0;
+    std::uint64_t second = 0;
+};
+
+// Where byte `i` of an eight-byte load lands.
+inline constexpr unsigned byte_shift(std::size_t i) {
+    return static_cast<unsigned>(8 * (std::endian::native == std::endian::little ? i : 7 - i));
+}
+
+inline constexpr auto word_heads = [] {
+    std::array<WordHead, word_table_size> heads{};
+    for (std::size_t slot = 0; slot < word_table_size; ++slot) {
+        const std::string_view word = word_table[slot].word;
+        for (std::size_t i = 0; i < std::min<std::size_t>(word.size(), 16); ++i) {
+            std::uint64_t& part = i < 8 ? heads[slot].first : heads[slot].second;
+            part |= std::uint64_t{static_cast<unsigned char>(word[i])} << byte_shift(i % 8);
+        }
+    }
+    return heads;
+}();
+
+// The first `n` bytes of an eight-byte load, the others zero.
+inline std::uint64_t first_bytes(const char* at, std::size_t n) {
+    std::uint64_t bytes;
+    std::memcpy(&bytes, at, sizeof bytes);
+    if (n >= 8) return bytes;
+    const std::uint64_t low = (std::uint64_t{1} << (8 * n)) - 1;
+    return bytes & (std::endian::native == std::endian::little ? low : ~(~std::uint64_t{0} >> (8 * n)));
+}
+
+// find_slot for a word with at least sixteen bytes readable from its start (the lexer's
+// words, away from the end of their text). The same slots, so the same numbers.
+inline std::size_t find_slot_with_room(std::string_view word) {
+    if (!((word_shapes[static_cast<unsigned char>(word[0])] >> std::min<std::size_t>(word.size(), 63)) & 1))
+        return word_table_size;
+    const std::uint64_t first = first_bytes(word.data(), word.size());
+    const std::uint64_t second = word.size() > 8 ? first_bytes(word.data() + 8, word.size() - 8) : 0;
+    for (std::size_t i = word_slot(word);; i = (i + 1) & (word_table_size - 1)) {
+        const std::string_view entry = word_table[i].word;
+        if (entry.size() == word.size() && word_heads[i].first == first && word_heads[i].second == second &&
+            (word.size() <= 16 || same_word(entry.substr(16), word.substr(16))))
+            return i;
+        if (entry.empty()) return word_table_size;
+    }
+}
+
 inline constexpr const ClassifiedWord* find_word(std::string_view word) {
     const std::size_t slot = find_slot(word);
     return slot == word_table_size ? nullptr : &word_table[slot];
@@ -218,6 +270,14 @@ static_assert([] {
 }());
 
 }  // namespace keyword_table
+
+// classify_word for a word with at least sixteen bytes readable from its start, inline for
+// the lexer, which classifies every word of the source.
+inline WordClass classify_word_with_room(std::string_view word) {
+    const std::size_t slot = keyword_table::find_slot_with_room(word);
+    if (slot == keyword_table::word_table_size) return {IDENTIFIER, Word()};
+    return {keyword_table::word_table[slot].kind, Word::numbered(static_cast<std::uint16_t>(first_table_word + slot))};
+}
 
 static_assert(std::ranges::all_of(punctuators, [](const Punctuator& p) { return p.kind < first_table_word; }));
 

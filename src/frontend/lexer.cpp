@@ -62,6 +62,14 @@ constexpr auto starts = [] {
 
 }  // namespace
 
+// Inlined too: the most common token, and the keyword lookup in it is inline for this.
+[[gnu::always_inline]] inline void Lexer::lex_word(Token& token, const char* start) {
+    cursor_ = skip(cursor_, chars::IDENT_PART);
+    const std::string_view text(start, cursor_);
+    const WordClass word = end_ - start >= 16 ? classify_word_with_room(text) : classify_word(text);
+    return make(token, word.kind, start, word.word);
+}
+
 // Inlined into both readers: a call per token is a good part of what a token costs.
 [[gnu::always_inline]] inline void Lexer::lex_next(Token& token) {
     for (;;) {
@@ -239,12 +247,6 @@ void Lexer::lex_float(Token& token, const char* start, bool has_integer_part) {
     text += '.';
     text.append(rest, cursor_);
     return set(token, FLOAT, made_texts_->keep(text), file_, line_);
-}
-
-void Lexer::lex_word(Token& token, const char* start) {
-    cursor_ = skip(cursor_, chars::IDENT_PART);
-    const WordClass word = classify_word(std::string_view(start, cursor_));
-    return make(token, word.kind, start, word.word);
 }
 
 }  // namespace edd

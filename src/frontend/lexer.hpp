@@ -51,6 +51,11 @@ public:
     // one token (the preprocessor reads its lexers so).
     void set_blank_runs(bool on) { blank_runs_ = on; }
     int current_line() const override { return line_; }
+    // The byte the next token starts with, or -1 where one byte does not tell the token: at
+    // the end of the text and at a backslash, which may join lines.
+    int next_start() const {
+        return cursor_ == end_ || *cursor_ == '\\' ? -1 : static_cast<unsigned char>(*cursor_);
+    }
     const std::string& file_name() const { return file_name_of(file_); }
 
 private:

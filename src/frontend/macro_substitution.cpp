@@ -19,10 +19,14 @@ MacroSubstitution::MacroSubstitution(const Macro& macro, const MacroArguments& a
       out_(limits.held_tokens()) {
     // Arguments are mostly a token each: the body's size spares the regrowth of most copies.
     out_.reserve(macro.body->size());
+    for (const std::string& parameter : macro.parameters) parameter_lengths_ |= std::uint64_t{1} << length_bit(parameter);
 }
 
 std::shared_ptr<const TokenSequence> MacroSubstitution::run(bool apply_operators) {
-    while (const Token* token = body_.take()) {
+    for (;;) {
+        copy_plain_run(apply_operators);
+        const Token* token = body_.take();
+        if (token == nullptr) break;
         check_limits();
         if (apply_operators && token->is(PREPROCESSOR_SWITCH)) {
             stringify(*token);
@@ -37,6 +41,29 @@ std::shared_ptr<const TokenSequence> MacroSubstitution::run(bool apply_operators
     return std::make_shared<const TokenSequence>(limits_.held_tokens(), std::move(out_));
 }
 
+// Most of a body is copied as it stands: the tokens ahead in the span being read that stand
+// for no argument and, where operators apply, are none, up to the next that does. They
+// are copied at once where the guard would pass each of them one by one; what the guard
+// counts only grows along them, so it is asked as the last of them would ask it. Where it
+// would fail, they are left to be copied one by one, and it fails where it always did.
+void MacroSubstitution::copy_plain_run(bool apply_operators) {
+    const std::span<const Token> ahead = body_.rest_of_span();
+    std::size_t plain = 0;
+    std::size_t count = 0;
+    for (; plain < ahead.size(); ++plain) {
+        const Token& token = ahead[plain];
+        if (argument_of(token) != nullptr) break;
+        if (apply_operators && (token.is(PREPROCESSOR_SWITCH) || token.is(PREPROCESSOR_PASTE))) break;
+        count += token_count(token);
+    }
+    if (plain < 2) return;
+    const std::size_t before_last = produced_ + count - token_count(ahead[plain - 1]);
+    if (!limits_.affords(before_last) || limits_.holds_too_much(plain - 1)) return;
+    out_.append(ahead.first(plain));
+    produced_ += count;
+    body_.pass(plain);
+}
+
 // Checked as the copy grows, so that a runaway expansion is never built whole.
 void MacroSubstitution::check_limits() {
     if (!limits_.affords(produced_)) {
@@ -46,10 +73,9 @@ void MacroSubstitution::check_limits() {
     if (limits_.holds_too_much()) reporter_.fail(messages::macro_expansion_too_large);
 }
 
-const TokenBlock* MacroSubstitution::argument_of(const Token& token) const {
-    if (!token.is(IDENTIFIER) && !token.is(EDDL_KEYWORD)) return nullptr;
+const TokenBlock* MacroSubstitution::argument_named(std::string_view name) const {
     for (std::size_t i = 0; i < macro_.parameters.size(); ++i)
-        if (macro_.parameters[i] == token.text()) return &arguments_[i];
+        if (macro_.parameters[i] == name) return &arguments_[i];
     return nullptr;
 }
 
@@ -93,11 +119,6 @@ void MacroSubstitution::paste() {
 std::string_view MacroSubstitution::made_text(std::string_view first, std::string_view second) {
     if (!limits_.charge_text(first.size() + second.size())) reporter_.fail(messages::macro_expansion_too_large);
     return texts_.join(first, second);
-}
-
-void MacroSubstitution::produce(const Token& token) {
-    out_.push_back(token);
-    produced_ += token_count(token);
 }
 
 void MacroSubstitution::produce(std::span<const Token> tokens) {

@@ -6,8 +6,10 @@
 // it produces outgrows it.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "frontend/macro_table.hpp"
@@ -29,12 +31,26 @@ public:
     std::shared_ptr<const TokenSequence> run(bool apply_operators);
 
 private:
-    const TokenBlock* argument_of(const Token& token) const;
+    // The argument a token of the body stands for, or null. Most words of a body have a
+    // length no parameter has and are passed here, inline, without a comparison.
+    const TokenBlock* argument_of(const Token& token) const {
+        if (!token.is(IDENTIFIER) && !token.is(EDDL_KEYWORD)) return nullptr;
+        if (!((parameter_lengths_ >> length_bit(token.text())) & 1)) return nullptr;
+        return argument_named(token.text());
+    }
+    const TokenBlock* argument_named(std::string_view name) const;
+    static unsigned length_bit(std::string_view name) {
+        return name.size() < 63 ? static_cast<unsigned>(name.size()) : 63;
+    }
     void stringify(const Token& hash);
     void paste();
     std::string_view made_text(std::string_view first, std::string_view second);
-    void produce(const Token& token);
+    void produce(const Token& token) {
+        out_.push_back(token);
+        produced_ += token_count(token);
+    }
     void produce(std::span<const Token> tokens);
+    void copy_plain_run(bool apply_operators);
     void check_limits();
 
     const Macro& macro_;
@@ -45,6 +61,7 @@ private:
     SequenceCursor body_;
     TokenBlock out_;
     std::size_t produced_ = 0;  // token_count of out_
+    std::uint64_t parameter_lengths_ = 0;  // a bit for each length_bit of a parameter's name
 };
 
 }  // namespace edd

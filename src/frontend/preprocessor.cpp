@@ -199,7 +199,7 @@ void Preprocessor::define_macro() {
         return;
     }
     Macro macro{std::string(name.text()), {}, nullptr};
-    if (sources_.peek(false).is(LEFT_BRACKET)) {
+    if (sources_.bracket_next(false)) {
         take();
         macro.parameters = read_parameters();
     }
@@ -234,7 +234,7 @@ std::vector<std::string> Preprocessor::read_parameters() {
 // The body is read with expansion: macros known now are replaced now.
 std::shared_ptr<const TokenSequence> Preprocessor::read_body() {
     auto body = std::make_shared<TokenSequence>(limits_.held_tokens());
-    while (!ends_line(sources_.peek(false))) {
+    while (!sources_.line_ends_next()) {
         Token token = take();
         if (token.is(IDENTIFIER) && (take_over_body(token, *body) || expand(token, false))) continue;
         body->push_back(token);
@@ -342,7 +342,7 @@ bool Preprocessor::expand(std::shared_ptr<const Macro> macro, bool apply_operato
     if (macro->expanding) return false;
     std::shared_ptr<const TokenSequence> expansion = macro->body;  // read as it stands, shared
     if (macro->function_like()) {
-        if (!sources_.peek(true).is(LEFT_BRACKET)) return false;
+        if (!sources_.bracket_next(true)) return false;
         while (!take().is(LEFT_BRACKET)) {
         }
         const MacroArguments arguments = collect_arguments(apply_operators, macro->parameters.size());
@@ -408,7 +408,7 @@ MacroArguments Preprocessor::collect_arguments(bool apply_operators, std::size_t
     arguments.reserve(expected);
     arguments.emplace_back(limits_.held_tokens());
     int depth = 0;
-    while (!sources_.peek(false).is(END_OF_FILE)) {
+    while (!sources_.input_ends_next()) {
         const Token token = take();
         if (token.is(IDENTIFIER) && expand(token, apply_operators)) continue;
         if (token.is(LEFT_BRACKET)) {

@@ -46,8 +46,9 @@ public:
         made_bytes_ += bytes;
         return made_bytes_ <= max_made_bytes + made_bytes_per_source_token * source_tokens_;
     }
-    bool holds_too_much() const {
-        return held_tokens_ > max_held_tokens + held_tokens_per_source_token * source_tokens_;
+    // With `more` tokens held besides.
+    bool holds_too_much(std::size_t more = 0) const {
+        return held_tokens_ + more > max_held_tokens + held_tokens_per_source_token * source_tokens_;
     }
     // The tally every holder of tokens counts into while it lives.
     std::size_t& held_tokens() { return held_tokens_; }

@@ -8,9 +8,11 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "frontend/char_class.hpp"
 #include "frontend/lexer.hpp"
 #include "frontend/macro_table.hpp"
 #include "frontend/preprocessor_limits.hpp"
@@ -29,6 +31,10 @@ public:
         if (next_ == end_ && !enter_next_span()) return nullptr;
         return next_++;
     }
+    // The tokens left in the span being read (none where the next is in another span), and
+    // passing over `count` of them.
+    std::span<const Token> rest_of_span() const { return {next_, end_}; }
+    void pass(std::size_t count) { next_ += count; }
     // The next token that is not a run of blanks, or null at the end.
     const Token* take_word() {
         const Token* token = take();
@@ -77,6 +83,25 @@ public:
     // The next token without taking it, past blanks when asked. The end of a sequence is
     // passed over without popping it; a file is read ahead as far as needed.
     const Token& peek(bool skip_blanks);
+    // Questions about peek(false) (and one about peek(true)) that the byte the innermost
+    // lexer reads next mostly answers, so that the token is read once, when it is taken,
+    // rather than read ahead and then taken from there.
+    bool line_ends_next() {
+        if (const int start = next_start(); start >= 0) return start == '\n';
+        const Token& next = peek(false);
+        return next.is(NEWLINE) || next.is(END_OF_FILE);
+    }
+    bool input_ends_next() {
+        if (next_start() >= 0) return false;
+        if (sequence_ != nullptr)
+            if (const Token* next = sequence_->peek(false); next != nullptr && !next->is(END_OF_FILE)) return false;
+        return peek(false).is(END_OF_FILE);
+    }
+    bool bracket_next(bool skip_blanks) {
+        if (const int start = next_start(); start >= 0 && !(skip_blanks && chars::is(start, chars::BLANK)))
+            return start == '(';
+        return peek(skip_blanks).is(LEFT_BRACKET);
+    }
 
     // Reading goes on in `lexer`, an included file, after the sequences being read and
     // before the rest of the file that included it.
@@ -133,6 +158,9 @@ private:
         return true;
     }
     void next_from_any(Token& token);
+    // What the innermost source's next token starts with when that is a lexer's and one
+    // byte tells it; else -1.
+    int next_start() const { return direct_ != nullptr ? direct_->next_start() : -1; }
     void pop();
     // What to read straight from: the innermost source's lexer when it is a file with nothing
     // read ahead, its cursor when it is a sequence, else null. Kept up to date by every

@@ -57,7 +57,15 @@ void TokenBlock::clear() {
 
 TokenSequence::TokenSequence(std::size_t& tally, TokenBlock&& tokens) : tally_(&tally) {
     if (tokens.empty()) return;
-    for (const Token& token : tokens.tokens()) count_in(token);
+    // One block holds no more tokens than memory does, so its count cannot overflow.
+    std::size_t count = 0;
+    bool operators = false;
+    for (const Token& token : tokens.tokens()) {
+        count += token_count(token);
+        operators = operators || is_operator(token);
+    }
+    count_ = count;
+    has_operators_ = operators;
     const std::size_t size = tokens.size();
     add_span({std::make_shared<const TokenBlock>(std::move(tokens)), 0, size});
 }
