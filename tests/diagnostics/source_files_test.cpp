@@ -12,12 +12,14 @@
 namespace edd {
 namespace {
 
+std::string name_of(int i) { return std::string("f").append(std::to_string(i)).append(".ddl"); }
+
 TEST(SourceFiles, OneIndexPerNameWhileGrowing) {
     EXPECT_EQ(intern_file_name(""), 0u);
     std::vector<FileIndex> indices;
-    for (int i = 0; i < 5000; ++i) indices.push_back(intern_file_name("f" + std::to_string(i) + ".ddl"));
+    for (int i = 0; i < 5000; ++i) indices.push_back(intern_file_name(name_of(i)));
     for (int i = 0; i < 5000; ++i) {
-        const std::string name = "f" + std::to_string(i) + ".ddl";
+        const std::string name = name_of(i);
         ASSERT_EQ(intern_file_name(name), indices[static_cast<std::size_t>(i)]) << name;
         ASSERT_EQ(file_name_of(indices[static_cast<std::size_t>(i)]), name);
     }
