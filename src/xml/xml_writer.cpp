@@ -54,33 +54,39 @@ std::uint64_t name_head(std::string_view name) {
     return value;
 }
 
-// The positions of `items` in name order. First by the heads, a byte a pass from the last,
-// each pass keeping the order of the one before (a pass in which every name has the same
-// byte is skipped; the counts of all eight come from one look at each head); then each run
-// of names with the same head ("ch0551_value", "ch0551_unit": common prefixes are the rule)
-// by the whole names. Positions of four bytes keep the pages the sort touches few, and the
-// tables are written before they are read, so none is cleared first.
-std::unique_ptr<std::uint32_t[]> sorted_by_name(std::span<const Item> items) {
-    const auto heads = std::make_unique_for_overwrite<std::uint64_t[]>(items.size());
-    for (std::size_t i = 0; i < items.size(); ++i) heads[i] = name_head(items[i].name());
-    std::vector<std::array<std::uint32_t, 257>> starts(8);
-    for (std::size_t i = 0; i < items.size(); ++i)
+// The positions of `items` in name order, in `room`. First by the heads, a byte a pass from
+// the last, each pass keeping the order of the one before (a pass in which every name has
+// the same byte is skipped; the counts of all eight come from one look at each head); then
+// each run of names with the same head ("ch0551_value", "ch0551_unit": common prefixes are
+// the rule) by the whole names. The tables' sizes are known before the sort starts, so
+// their pages are all taken in one call rather than a fault each; positions of four bytes
+// keep them few, and every table is written before it is read.
+const std::uint32_t* sorted_by_name(std::span<const Item> items, ReservedRange& room) {
+    const std::size_t count = items.size();
+    if (count == 0) return nullptr;
+    const std::size_t bytes = count * (sizeof(std::uint64_t) + 2 * sizeof(std::uint32_t));
+    room = ReservedRange(bytes, false);
+    room.make_usable(bytes);
+    auto* const heads = reinterpret_cast<std::uint64_t*>(room.bytes());
+    auto* order = reinterpret_cast<std::uint32_t*>(heads + count);
+    auto* sorted = order + count;
+    for (std::size_t i = 0; i < count; ++i) heads[i] = name_head(items[i].name());
+    std::array<std::array<std::uint32_t, 257>, 8> starts{};
+    for (std::size_t i = 0; i < count; ++i)
         for (unsigned byte = 0; byte < 8; ++byte) ++starts[byte][((heads[i] >> (8 * byte)) & 0xFF) + 1];
-    auto order = std::make_unique_for_overwrite<std::uint32_t[]>(items.size());
-    for (std::size_t i = 0; i < items.size(); ++i) order[i] = static_cast<std::uint32_t>(i);
-    auto sorted = std::make_unique_for_overwrite<std::uint32_t[]>(items.size());
+    for (std::size_t i = 0; i < count; ++i) order[i] = static_cast<std::uint32_t>(i);
     for (unsigned byte = 0; byte < 8; ++byte) {
         std::array<std::uint32_t, 257>& start = starts[byte];
-        if (std::ranges::find(start, items.size()) != start.end()) continue;
+        if (std::ranges::find(start, count) != start.end()) continue;
         for (std::size_t i = 1; i < start.size(); ++i) start[i] += start[i - 1];
-        for (std::size_t i = 0; i < items.size(); ++i) {
+        for (std::size_t i = 0; i < count; ++i) {
             const std::uint32_t at = order[i];
             sorted[start[(heads[at] >> (8 * byte)) & 0xFF]++] = at;
         }
-        order.swap(sorted);
+        std::swap(order, sorted);
     }
-    std::uint32_t* const end = order.get() + items.size();
-    for (std::uint32_t* first = order.get(); first != end;) {
+    std::uint32_t* const end = order + count;
+    for (std::uint32_t* first = order; first != end;) {
         const std::uint64_t head = heads[*first];
         std::uint32_t* const last = std::find_if(first, end, [&](std::uint32_t at) { return heads[at] != head; });
         if (last - first > 1)
@@ -130,7 +136,7 @@ void XML_Writer::build() {
 
     for (std::size_t id = 0; id < attribute_elements_.size(); ++id)
         attribute_elements_[id] = name_of(static_cast<AttributeId>(id));
-    items_by_name_ = sorted_by_name(description_.items.items());
+    items_by_name_ = sorted_by_name(description_.items.items(), sort_room_);
     built_ = true;
 }
 

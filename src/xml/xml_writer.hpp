@@ -17,6 +17,7 @@
 
 #include "diagnostics/diagnostics.hpp"
 #include "files/input_files.hpp"
+#include "files/reserved_range.hpp"
 #include "model/description.hpp"
 #include "model/dictionary.hpp"
 #include "model/item_type.hpp"
@@ -95,7 +96,8 @@ private:
     bool names_images_ = false;  // some IMAGE names a file, found or not
     // Path as written and the file's bytes, shared by every path that names the file.
     std::vector<std::pair<std::string, std::shared_ptr<const std::string>>> image_files_;
-    std::unique_ptr<std::uint32_t[]> items_by_name_;  // positions in the item table, one per item
+    ReservedRange sort_room_;  // holds items_by_name_
+    const std::uint32_t* items_by_name_ = nullptr;  // positions in the item table, one per item
     // The attributes' element names, looked up once: an attribute element is among the
     // commonest of a document.
     std::array<std::string_view, attribute_count> attribute_elements_{};
