@@ -8,7 +8,7 @@ namespace edd {
 void ConditionalStack::open(bool condition) {
     const bool around = skipping();
     // A nested conditional's kept tokens would be read again by every branch around it.
-    KeptTokens kept(!open_.empty(), macros_, tally_);
+    KeptTokens kept(!open_.empty(), macros_, tally_, memory_);
     kept.set_dropping(!condition);
     open_.push_back({std::move(kept), condition, false, around || !condition});
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory_resource>
 #include <vector>
 
 #include "frontend/kept_tokens.hpp"
@@ -14,7 +15,8 @@ namespace edd {
 
 class ConditionalStack {
 public:
-    ConditionalStack(const MacroTable& macros, std::size_t& tally) : macros_(macros), tally_(tally) {}
+    ConditionalStack(const MacroTable& macros, std::size_t& tally, std::pmr::memory_resource* memory)
+        : macros_(macros), tally_(tally), memory_(memory) {}
 
     bool empty() const { return open_.empty(); }
     // Opens a conditional in its first branch, which is kept when `condition` holds.
@@ -37,6 +39,7 @@ private:
 
     const MacroTable& macros_;
     std::size_t& tally_;
+    std::pmr::memory_resource* memory_;
     std::vector<Conditional> open_;
 };
 

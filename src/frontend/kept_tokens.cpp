@@ -3,8 +3,8 @@
 
 namespace edd {
 
-KeptTokens::KeptTokens(bool nested, const MacroTable& macros, std::size_t& tally)
-    : tokens_(tally), macros_(macros), version_(macros.version()), nested_(nested) {}
+KeptTokens::KeptTokens(bool nested, const MacroTable& macros, std::size_t& tally, std::pmr::memory_resource* memory)
+    : tokens_(tally, memory), macros_(macros), version_(macros.version()), nested_(nested) {}
 
 void KeptTokens::give_up(const Token& error) {
     given_up_ = true;

@@ -13,6 +13,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 
 #include "frontend/macro_table.hpp"
 #include "frontend/token_sequence.hpp"
@@ -21,7 +22,7 @@ namespace edd {
 
 class KeptTokens {
 public:
-    KeptTokens(bool nested, const MacroTable& macros, std::size_t& tally);
+    KeptTokens(bool nested, const MacroTable& macros, std::size_t& tally, std::pmr::memory_resource* memory);
 
     bool nested() const { return nested_; }
     // A dropped branch keeps nothing; set for each branch as it starts.

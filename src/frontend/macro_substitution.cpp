@@ -16,10 +16,10 @@ MacroSubstitution::MacroSubstitution(const Macro& macro, const MacroArguments& a
       texts_(texts),
       reporter_(reporter),
       body_(*macro.body),
-      out_(limits.held_tokens()) {
+      out_(limits.held_tokens(), macro.body->memory()) {  // where the preprocessor holds tokens
     // Arguments are mostly a token each: the body's size spares the regrowth of most copies.
     out_.reserve(macro.body->size());
-    for (const std::string& parameter : macro.parameters) parameter_lengths_ |= std::uint64_t{1} << length_bit(parameter);
+    for (const auto& parameter : macro.parameters) parameter_lengths_ |= std::uint64_t{1} << length_bit(parameter);
 }
 
 std::shared_ptr<const TokenSequence> MacroSubstitution::run(bool apply_operators) {
@@ -38,7 +38,7 @@ std::shared_ptr<const TokenSequence> MacroSubstitution::run(bool apply_operators
             produce(*token);
         }
     }
-    return std::make_shared<const TokenSequence>(limits_.held_tokens(), std::move(out_));
+    return make_shared_in<const TokenSequence>(out_.memory(), limits_.held_tokens(), std::move(out_));
 }
 
 // Most of a body is copied as it stands: the tokens ahead in the span being read that stand

@@ -5,8 +5,9 @@ namespace edd {
 
 void MacroTable::add(Macro macro) {
     if (!macro.name.empty()) shapes_[static_cast<unsigned char>(macro.name[0])] |= std::uint64_t{1} << shape_bit(macro.name);
-    std::string name = macro.name;
-    macros_.emplace(std::move(name), std::make_shared<const Macro>(std::move(macro)));
+    std::shared_ptr<const Macro> kept = make_shared_in<const Macro>(memory(), std::move(macro));
+    const std::string_view name = kept->name;
+    macros_.emplace(name, std::move(kept));
     ++version_;
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -15,9 +16,10 @@
 
 namespace edd {
 
+// A macro's strings live where the table does, as its body does.
 struct Macro {
-    std::string name;
-    std::vector<std::string> parameters;  // empty for an object-like macro
+    std::pmr::string name;
+    std::pmr::vector<std::pmr::string> parameters;  // empty for an object-like macro
     // As read, inner blanks included; shared with the expansions being read and the bodies
     // that took it over whole.
     std::shared_ptr<const TokenSequence> body;
@@ -30,6 +32,10 @@ struct Macro {
 
 class MacroTable {
 public:
+    // The macros, their table and their bodies live in `memory`.
+    explicit MacroTable(std::pmr::memory_resource* memory) : macros_(memory) {}
+    std::pmr::memory_resource* memory() const { return macros_.get_allocator().resource(); }
+
     // Shared with the expansions being read, which outlive an #undef.
     const std::shared_ptr<const Macro>* find(std::string_view name) const {
         if (!may_name(name)) return nullptr;
@@ -79,7 +85,8 @@ private:
             return value ^ (value >> 32);
         }
     };
-    std::unordered_map<std::string, std::shared_ptr<const Macro>, Hash, std::equal_to<>> macros_;
+    // Keyed by views of the names of the macros they hold.
+    std::pmr::unordered_map<std::string_view, std::shared_ptr<const Macro>, Hash, std::equal_to<>> macros_;
     std::array<std::uint64_t, 256> shapes_{};
     std::uint64_t version_ = 0;
 };

@@ -44,7 +44,7 @@ Preprocessor::Preprocessor(Lexer& main, std::vector<std::string> include_paths, 
     : diagnostics_(diagnostics),
       sources_(main, limits_),
       reporter_(diagnostics, sources_),
-      conditionals_(macros_, limits_.held_tokens()),
+      conditionals_(macros_, limits_.held_tokens(), &memory_),
       includes_(std::move(include_paths), files) {
     main.set_blank_runs(true);
 }
@@ -198,7 +198,8 @@ void Preprocessor::define_macro() {
         skip_rest_of_line(name);
         return;
     }
-    Macro macro{std::string(name.text()), {}, nullptr};
+    Macro macro{std::pmr::string(name.text(), &memory_),
+                std::pmr::vector<std::pmr::string>(&memory_), nullptr};
     if (sources_.bracket_next(false)) {
         take();
         macro.parameters = read_parameters();
@@ -213,14 +214,15 @@ void Preprocessor::define_macro() {
 }
 
 // parameters : name { ',' name } ')'
-std::vector<std::string> Preprocessor::read_parameters() {
+std::pmr::vector<std::pmr::string> Preprocessor::read_parameters() {
     auto is_name = [](const Token& t) { return t.is(IDENTIFIER) || t.is(EDDL_KEYWORD); };
+    std::pmr::vector<std::pmr::string> parameters(&memory_);
     Token token = take_word();
     if (!is_name(token)) {
         reporter_.warning(messages::empty_macro_arguments);
-        return {};
+        return parameters;
     }
-    std::vector<std::string> parameters{std::string(token.text())};
+    parameters.emplace_back(token.text());
     for (;;) {
         token = take_word();
         if (token.is(RIGHT_BRACKET)) return parameters;
@@ -233,7 +235,7 @@ std::vector<std::string> Preprocessor::read_parameters() {
 
 // The body is read with expansion: macros known now are replaced now.
 std::shared_ptr<const TokenSequence> Preprocessor::read_body() {
-    auto body = std::make_shared<TokenSequence>(limits_.held_tokens());
+    auto body = make_shared_in<TokenSequence>(&memory_, limits_.held_tokens(), &memory_);
     while (!sources_.line_ends_next()) {
         Token token = take();
         if (token.is(IDENTIFIER) && (take_over_body(token, *body) || expand(token, false))) continue;
@@ -286,7 +288,7 @@ void Preprocessor::close_conditional() {
         return;
     }
     if (!kept.empty())
-        sources_.push_tokens(std::make_shared<const TokenSequence>(limits_.held_tokens(), kept.release()));
+        sources_.push_tokens(make_shared_in<const TokenSequence>(&memory_, limits_.held_tokens(), kept.release()));
 }
 
 // include : 'include' string
@@ -406,7 +408,7 @@ MacroArguments Preprocessor::collect_arguments(bool apply_operators, std::size_t
     NestingLevel level(*this);
     MacroArguments arguments;
     arguments.reserve(expected);
-    arguments.emplace_back(limits_.held_tokens());
+    arguments.emplace_back(limits_.held_tokens(), &memory_);
     int depth = 0;
     while (!sources_.input_ends_next()) {
         const Token token = take();
@@ -416,7 +418,7 @@ MacroArguments Preprocessor::collect_arguments(bool apply_operators, std::size_t
         } else if (token.is(RIGHT_BRACKET)) {
             if (depth-- == 0) break;
         } else if (token.is(COMMA) && depth == 0) {
-            arguments.emplace_back(limits_.held_tokens());
+            arguments.emplace_back(limits_.held_tokens(), &memory_);
             continue;
         }
         arguments.back().push_back(token);

@@ -22,6 +22,7 @@
 #include "frontend/preprocessor_reporter.hpp"
 #include "frontend/source_stack.hpp"
 #include "frontend/text_store.hpp"
+#include "frontend/token_memory.hpp"
 #include "frontend/token_stream.hpp"
 
 namespace edd {
@@ -51,7 +52,7 @@ private:
 
     std::optional<Token> directive();
     void define_macro();
-    std::vector<std::string> read_parameters();
+    std::pmr::vector<std::pmr::string> read_parameters();
     std::shared_ptr<const TokenSequence> read_body();
     void undefine_macro();
     void open_conditional(std::string_view directive);
@@ -74,8 +75,9 @@ private:
     Token error_token() const;
 
     Diagnostics& diagnostics_;
-    PreprocessorLimits limits_;  // first: everything below counts into it
-    MacroTable macros_;
+    TokenMemory memory_;         // first: everything below holds tokens in it
+    PreprocessorLimits limits_;  // and counts them into this
+    MacroTable macros_{&memory_};
     SourceStack sources_;
     PreprocessorReporter reporter_;
     ConditionalStack conditionals_;

@@ -55,7 +55,7 @@ void TokenBlock::clear() {
 
 // ---- TokenSequence ------------------------------------------------------------------------
 
-TokenSequence::TokenSequence(std::size_t& tally, TokenBlock&& tokens) : tally_(&tally) {
+TokenSequence::TokenSequence(std::size_t& tally, TokenBlock&& tokens) : spans_(tokens.memory()), tally_(&tally) {
     if (tokens.empty()) return;
     // One block holds no more tokens than memory does, so its count cannot overflow.
     std::size_t count = 0;
@@ -67,11 +67,11 @@ TokenSequence::TokenSequence(std::size_t& tally, TokenBlock&& tokens) : tally_(&
     count_ = count;
     has_operators_ = operators;
     const std::size_t size = tokens.size();
-    add_span({std::make_shared<const TokenBlock>(std::move(tokens)), 0, size});
+    add_span({make_shared_in<const TokenBlock>(memory(), std::move(tokens)), 0, size});
 }
 
 void TokenSequence::push_back(const Token& token) {
-    if (own_ == nullptr) own_ = std::make_shared<TokenBlock>(*tally_);
+    if (own_ == nullptr) own_ = make_shared_in<TokenBlock>(memory(), *tally_, memory());
     own_->push_back(token);
     count_in(token);
     const std::size_t at = own_->size() - 1;

@@ -5,13 +5,17 @@
 //
 // A TokenBlock is a counted vector. A TokenSequence is a list of spans over blocks it
 // shares: a macro body taken whole into other bodies, or expanded many times, is stored
-// once, and only the spans (counted like tokens) are copied.
+// once, and only the spans (counted like tokens) are copied. Both live in the memory they
+// are given, with everything they allocate: a preprocessor gives them a pool of its own.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <memory_resource>
 #include <span>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "frontend/token.hpp"
@@ -20,7 +24,7 @@ namespace edd {
 
 class TokenBlock {
 public:
-    explicit TokenBlock(std::size_t& tally) : tally_(&tally) {}
+    TokenBlock(std::size_t& tally, std::pmr::memory_resource* memory) : tokens_(memory), tally_(&tally) {}
     TokenBlock(TokenBlock&& other) noexcept : tokens_(std::move(other.tokens_)), tally_(other.tally_) {
         other.tokens_.clear();
     }
@@ -47,6 +51,7 @@ public:
     std::size_t size() const { return tokens_.size(); }
     bool empty() const { return tokens_.empty(); }
     const Token& back() const { return tokens_.back(); }
+    std::pmr::memory_resource* memory() const { return tokens_.get_allocator().resource(); }
 
     // Whether no identifier here named a macro when last asked, for that size and version
     // of the macro table: a block only grows, and the answer is asked again when it did.
@@ -58,7 +63,7 @@ public:
     mutable MacroCheck macro_check;
 
 private:
-    std::vector<Token> tokens_;
+    std::pmr::vector<Token> tokens_;
     std::size_t* tally_;
 };
 
@@ -71,8 +76,8 @@ public:
         std::span<const Token> tokens() const { return block->tokens().subspan(begin, end - begin); }
     };
 
-    explicit TokenSequence(std::size_t& tally) : tally_(&tally) {}
-    // The tokens of one block, shared by nobody else yet.
+    TokenSequence(std::size_t& tally, std::pmr::memory_resource* memory) : spans_(memory), tally_(&tally) {}
+    // The tokens of one block, shared by nobody else yet, in the block's memory.
     TokenSequence(std::size_t& tally, TokenBlock&& tokens);
     TokenSequence(const TokenSequence&) = delete;
     TokenSequence& operator=(const TokenSequence&) = delete;
@@ -84,7 +89,9 @@ public:
     void append(const TokenSequence& other);
     void trim_blanks();
 
-    const std::vector<Span>& spans() const { return spans_; }
+    std::span<const Span> spans() const { return spans_; }
+    // Where the sequence and the blocks of its own live.
+    std::pmr::memory_resource* memory() const { return spans_.get_allocator().resource(); }
     // The number of tokens, each run of blanks one.
     std::size_t size() const;
     bool empty() const { return spans_.empty(); }
@@ -100,7 +107,7 @@ private:
     void count_in(const Token& token);
     void count_out(const Token& token);
 
-    std::vector<Span> spans_;
+    std::pmr::vector<Span> spans_;
     std::shared_ptr<TokenBlock> own_;  // where push_back puts tokens
     std::size_t* tally_;
     std::size_t count_ = 0;
@@ -112,6 +119,13 @@ private:
 // argument), a run counts one per character, as if each blank were a token of its own.
 inline std::size_t token_count(const Token& t) {
     return t.is(WHITESPACE) && t.text().size() > 1 ? t.text().size() : 1;
+}
+
+// make_shared in `memory`: the object and its share count together.
+template <class T, class... Arguments>
+std::shared_ptr<T> make_shared_in(std::pmr::memory_resource* memory, Arguments&&... arguments) {
+    using Allocator = std::pmr::polymorphic_allocator<std::remove_cv_t<T>>;
+    return std::allocate_shared<T>(Allocator(memory), std::forward<Arguments>(arguments)...);
 }
 
 inline bool is_blank(const Token& t) { return t.is(WHITESPACE) || t.is(NEWLINE) || t.is(COMMENT); }
