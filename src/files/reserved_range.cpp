@@ -23,13 +23,21 @@ ReservedRange::ReservedRange(std::size_t size, bool huge_pages)
       size_(round_up(size, huge_page)),
       huge_pages_(huge_pages) {}
 
+ReservedRange ReservedRange::cleared(std::size_t size) {
+    if (size == 0) return {};
+    ReservedRange range(size, false);
+    range.make_usable(size);
+    return range;
+}
+
 ReservedRange::~ReservedRange() {
     if (bytes_ != nullptr) platform::release_range(bytes_, size_);
 }
 
 void ReservedRange::make_usable(std::size_t size) {
     if (size <= usable_) return;
-    const std::size_t usable = std::min(size_, round_up(size, huge_pages_ ? huge_page : small_step));
+    const std::size_t step = huge_pages_ && size > huge_page ? huge_page : small_step;
+    const std::size_t usable = std::min(size_, round_up(size, step));
     platform::commit_range(bytes_ + usable_, usable - usable_);
     usable_ = usable;
 }

@@ -11,9 +11,13 @@ class ReservedRange {
 public:
     ReservedRange() = default;  // none: size() is 0
     // `size` bytes of address space, rounded up to whole huge pages. With `huge_pages` it is
-    // made usable in whole huge pages, offered as such where the system has them: one fault
-    // where 512 small pages would each cost one.
+    // made usable beyond its first huge page in whole huge pages, offered as such where the
+    // system has them: one fault where 512 small pages would each cost one. The first is made
+    // usable as small pages are, so that a range that stays small takes little.
     ReservedRange(std::size_t size, bool huge_pages);
+    // `size` bytes, usable and cleared at once: for a table whose size is known before it is
+    // filled, its pages taken in one call rather than a fault each. None for no bytes.
+    static ReservedRange cleared(std::size_t size);
     ReservedRange(ReservedRange&& other) noexcept { swap(other); }
     ReservedRange& operator=(ReservedRange&& other) noexcept {
         swap(other);

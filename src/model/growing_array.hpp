@@ -2,7 +2,7 @@
 // The elements of a table that grows one at a time. A small one lies on the heap and moves
 // as it grows, as a vector's would. A large one lies in a reserved range and grows in place:
 // a vector that doubles touches fresh pages for every copy, and a page's first touch costs
-// more than filling it.
+// more than filling it. In a run whose sources are large, the table starts in its range.
 #pragma once
 
 #include <algorithm>
@@ -80,7 +80,7 @@ private:
     void move_to(std::size_t capacity) {
         GrowingArray moved(huge_pages_);
         const std::size_t bytes = capacity * sizeof(T);
-        if (bytes <= largest_on_heap) {
+        if (bytes <= largest_on_heap && !shared_room_in_use()) {
             moved.data_ = std::allocator<T>().allocate(capacity);
             moved.capacity_ = capacity;
         } else {
