@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "files/source_text.hpp"
+
 namespace edd {
 
 std::string_view TextStore::join(std::string_view first, std::string_view second) {
@@ -10,9 +12,7 @@ std::string_view TextStore::join(std::string_view first, std::string_view second
     if (size > left_) {
         // A text larger than a chunk gets one of its own; the current chunk stays open.
         const std::size_t capacity = std::max(size, chunk_size);
-        auto chunk = std::make_unique_for_overwrite<char[]>(capacity);
-        char* start = chunk.get();
-        chunks_.push_back(std::move(chunk));
+        char* start = new_chunk(capacity);
         if (capacity > chunk_size) {
             std::copy(second.begin(), second.end(), std::copy(first.begin(), first.end(), start));
             return {start, size};
@@ -25,6 +25,18 @@ std::string_view TextStore::join(std::string_view first, std::string_view second
     free_ += size;
     left_ -= size;
     return {start, size};
+}
+
+char* TextStore::new_chunk(std::size_t size) {
+    if (shared_room_in_use()) {
+        SourceTextRoom::Room room = take_shared_room(size, 1);
+        chunks_.push_back(std::move(room.owner));
+        return room.bytes;
+    }
+    std::shared_ptr<char[]> chunk(new char[size]);  // default-initialised: not cleared
+    char* start = chunk.get();
+    chunks_.push_back(std::move(chunk));
+    return start;
 }
 
 }  // namespace edd

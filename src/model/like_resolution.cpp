@@ -10,6 +10,7 @@
 
 #include "diagnostics/format.hpp"
 #include "diagnostics/messages.hpp"
+#include "files/reserved_range.hpp"
 
 namespace edd {
 
@@ -21,7 +22,10 @@ namespace {
 class Resolver {
 public:
     Resolver(ItemTable& table, Diagnostics& diagnostics)
-        : table_(table), diagnostics_(diagnostics), state_(table.size(), State::open) {}
+        : table_(table),
+          diagnostics_(diagnostics),
+          states_(ReservedRange::cleared(table.size() * sizeof(State))),
+          state_(reinterpret_cast<State*>(states_.bytes())) {}
 
     bool resolved(const Item& item) { return state(item) == State::resolved; }
 
@@ -49,7 +53,7 @@ public:
     }
 
 private:
-    enum class State : std::uint8_t { open, on_chain, resolved };
+    enum class State : std::uint8_t { open, on_chain, resolved };  // open: cleared memory
 
     State& state(const Item& item) { return state_[static_cast<std::size_t>(&item - table_.items().data())]; }
     // The item of the name, or null: one lookup, then the same item as a changeable one.
@@ -81,7 +85,8 @@ private:
 
     ItemTable& table_;
     Diagnostics& diagnostics_;
-    std::vector<State> state_;
+    ReservedRange states_;
+    State* state_;  // of each item, in states_
     std::vector<Item*> chain_;  // kept from one chain to the next
 };
 

@@ -99,9 +99,9 @@ std::size_t XmlOutput::plain_length(const char* bytes, std::size_t size, bool at
 
 XmlOutput::XmlOutput(Deliver deliver)
     : deliver_(std::move(deliver)),
-      buffer_(new char[capacity + scan_slack]()),
-      at_(buffer_.get()),
-      end_(buffer_.get() + capacity),
+      buffer_(ReservedRange::cleared(capacity + scan_slack)),
+      at_(buffer_.bytes()),
+      end_(buffer_.bytes() + capacity),
       last_step_(end_ - step_room) {}
 
 void XmlOutput::put_slow(std::string_view bytes) {
@@ -114,7 +114,7 @@ void XmlOutput::put_slow(std::string_view bytes) {
 }
 
 void XmlOutput::flush() {
-    char* const start = buffer_.get();
+    char* const start = buffer_.bytes();
     if (at_ != start) deliver_(std::string_view(start, static_cast<std::size_t>(at_ - start)));
     at_ = start;
     tag_end_ = nullptr;
@@ -123,7 +123,7 @@ void XmlOutput::flush() {
 // Like flush, but the last byte stays while it may still change: the '>' of a start tag
 // that nothing follows yet.
 void XmlOutput::hand_on() {
-    char* const start = buffer_.get();
+    char* const start = buffer_.bytes();
     const bool keep = at_ == tag_end_ && at_ != start;
     char* const end = keep ? at_ - 1 : at_;
     if (end != start) deliver_(std::string_view(start, static_cast<std::size_t>(end - start)));

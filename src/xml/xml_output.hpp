@@ -23,6 +23,7 @@
 #include <string_view>
 #include <vector>
 
+#include "files/reserved_range.hpp"
 #include "text/byte_copy.hpp"
 
 #if defined(__SSE2__)
@@ -365,7 +366,8 @@ private:
     // Room behind the buffer that escaping may read (never write) past its text.
     static constexpr std::size_t scan_slack = 16;
     Deliver deliver_;
-    std::unique_ptr<char[]> buffer_;
+    // Its size is known, so its pages are taken cleared in one call rather than a fault each.
+    ReservedRange buffer_;
     char* at_;
     char* end_;
     char* last_step_;  // the last place a step may start at: step_room before end_

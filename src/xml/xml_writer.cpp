@@ -63,10 +63,7 @@ std::uint64_t name_head(std::string_view name) {
 // keep them few, and every table is written before it is read.
 const std::uint32_t* sorted_by_name(std::span<const Item> items, ReservedRange& room) {
     const std::size_t count = items.size();
-    if (count == 0) return nullptr;
-    const std::size_t bytes = count * (sizeof(std::uint64_t) + 2 * sizeof(std::uint32_t));
-    room = ReservedRange(bytes, false);
-    room.make_usable(bytes);
+    room = ReservedRange::cleared(count * (sizeof(std::uint64_t) + 2 * sizeof(std::uint32_t)));
     auto* const heads = reinterpret_cast<std::uint64_t*>(room.bytes());
     auto* order = reinterpret_cast<std::uint32_t*>(heads + count);
     auto* sorted = order + count;
