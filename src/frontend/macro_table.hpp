@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// The table of defined macros.
+// The table of defined macros: the macros themselves in the preprocessor's memory, found
+// through an open-addressing index of their names (linear probing, at most half full), which
+// grows as item tables do, without a node or a bucket list of its own to chase.
 #pragma once
 
 #include <array>
@@ -9,9 +11,9 @@
 #include <memory_resource>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "files/growing_array.hpp"
 #include "frontend/token_sequence.hpp"
 
 namespace edd {
@@ -32,15 +34,14 @@ struct Macro {
 
 class MacroTable {
 public:
-    // The macros, their table and their bodies live in `memory`.
-    explicit MacroTable(std::pmr::memory_resource* memory) : macros_(memory) {}
-    std::pmr::memory_resource* memory() const { return macros_.get_allocator().resource(); }
+    // The macros and their bodies live in `memory`.
+    explicit MacroTable(std::pmr::memory_resource* memory) : memory_(memory) {}
+    std::pmr::memory_resource* memory() const { return memory_; }
 
     // Shared with the expansions being read, which outlive an #undef.
     const std::shared_ptr<const Macro>* find(std::string_view name) const {
-        if (!may_name(name)) return nullptr;
-        auto it = macros_.find(name);
-        return it == macros_.end() ? nullptr : &it->second;
+        const Slot* slot = slot_of(name);
+        return slot == nullptr ? nullptr : &slot->macro;
     }
     bool contains(std::string_view name) const { return find(name) != nullptr; }
     // The directives report a name defined already or not at all before they get here.
@@ -59,6 +60,22 @@ public:
 
 private:
     static unsigned shape_bit(std::string_view name) { return name.size() < 63 ? static_cast<unsigned>(name.size()) : 63; }
+
+    struct Slot {
+        std::string_view name;  // the macro's own; empty in a free slot (no name is empty)
+        std::shared_ptr<const Macro> macro;
+    };
+    const Slot* slot_of(std::string_view name) const {
+        if (!may_name(name) || slots_.empty()) return nullptr;
+        const std::size_t mask = slots_.size() - 1;
+        for (std::size_t i = Hash{}(name) & mask;; i = (i + 1) & mask) {
+            const Slot& slot = slots_[i];
+            if (slot.name == name) return &slot;
+            if (slot.name.empty()) return nullptr;
+        }
+    }
+    void place(Slot slot);
+    void grow();
 
     // Eight bytes a step over the whole name: the library's hash goes byte by byte and cost
     // more than the rest of a lookup. Every byte counts, so that names alike in most of
@@ -85,8 +102,9 @@ private:
             return value ^ (value >> 32);
         }
     };
-    // Keyed by views of the names of the macros they hold.
-    std::pmr::unordered_map<std::string_view, std::shared_ptr<const Macro>, Hash, std::equal_to<>> macros_;
+    std::pmr::memory_resource* memory_;
+    GrowingArray<Slot> slots_;  // a power of two of them, or none
+    std::size_t count_ = 0;
     std::array<std::uint64_t, 256> shapes_{};
     std::uint64_t version_ = 0;
 };

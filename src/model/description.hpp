@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "model/arena.hpp"
-#include "model/growing_array.hpp"
+#include "files/growing_array.hpp"
 #include "model/identification.hpp"
 #include "model/item.hpp"
 

@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "model/growing_array.hpp"
+#include "files/growing_array.hpp"
 
 namespace edd {
 namespace {
