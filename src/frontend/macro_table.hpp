@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The table of defined macros: the macros themselves in the preprocessor's memory, found
-// through an open-addressing index of their names (linear probing, at most half full), which
-// grows as item tables do, without a node or a bucket list of its own to chase.
+// through an open-addressing index of their names (linear probing, at most half full) with
+// no node or bucket list of its own to chase. The index doubles in place, as the item
+// table's does.
 #pragma once
 
 #include <array>
@@ -64,18 +65,22 @@ private:
     struct Slot {
         std::string_view name;  // the macro's own; empty in a free slot (no name is empty)
         std::shared_ptr<const Macro> macro;
+        std::uint32_t hash = 0;  // of the name, as far as the index uses it
+        bool placed = false;     // while the index grows
     };
     const Slot* slot_of(std::string_view name) const {
         if (!may_name(name) || slots_.empty()) return nullptr;
         const std::size_t mask = slots_.size() - 1;
-        for (std::size_t i = Hash{}(name) & mask;; i = (i + 1) & mask) {
+        const std::uint32_t hash = hash_of(name);
+        for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
             const Slot& slot = slots_[i];
-            if (slot.name == name) return &slot;
+            if (slot.hash == hash && slot.name == name) return &slot;
             if (slot.name.empty()) return nullptr;
         }
     }
-    void place(Slot slot);
+    static std::uint32_t hash_of(std::string_view name) { return static_cast<std::uint32_t>(Hash{}(name)); }
     void grow();
+    void place_again(Slot slot, std::size_t mask);
 
     // Eight bytes a step over the whole name: the library's hash goes byte by byte and cost
     // more than the rest of a lookup. Every byte counts, so that names alike in most of

@@ -22,7 +22,7 @@ public:
 private:
     static constexpr std::size_t largest_pooled = std::size_t{4} << 10;
     // Address space only, but for what is used; more than the macros of any description.
-    static constexpr std::size_t room_size = std::size_t{64} << 20;
+    static constexpr std::size_t room_size = std::size_t{16} << 20;
 
     static std::pmr::pool_options options() {
         std::pmr::pool_options options;
