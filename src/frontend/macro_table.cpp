@@ -10,7 +10,7 @@ void MacroTable::add(Macro macro) {
     if (2 * (count_ + 1) > slots_.size()) grow();
     std::shared_ptr<const Macro> kept = make_shared_in<const Macro>(memory_, std::move(macro));
     const std::string_view name = kept->name;
-    const std::uint32_t hash = hash_of(name);
+    const std::uint32_t hash = name_hash(name);
     const std::size_t mask = slots_.size() - 1;
     std::size_t i = hash & mask;
     while (!slots_[i].name.empty()) i = (i + 1) & mask;

@@ -7,7 +7,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 #include <memory_resource>
 #include <string>
@@ -16,6 +15,7 @@
 
 #include "files/growing_array.hpp"
 #include "frontend/token_sequence.hpp"
+#include "text/name_hash.hpp"
 
 namespace edd {
 
@@ -71,42 +71,16 @@ private:
     const Slot* slot_of(std::string_view name) const {
         if (!may_name(name) || slots_.empty()) return nullptr;
         const std::size_t mask = slots_.size() - 1;
-        const std::uint32_t hash = hash_of(name);
+        const std::uint32_t hash = name_hash(name);
         for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
             const Slot& slot = slots_[i];
             if (slot.hash == hash && slot.name == name) return &slot;
             if (slot.name.empty()) return nullptr;
         }
     }
-    static std::uint32_t hash_of(std::string_view name) { return static_cast<std::uint32_t>(Hash{}(name)); }
     void grow();
     void place_again(Slot slot, std::size_t mask);
 
-    // Eight bytes a step over the whole name: the library's hash goes byte by byte and cost
-    // more than the rest of a lookup. Every byte counts, so that names alike in most of
-    // their bytes (ch0001_CMD_READ, ch0002_CMD_READ) still spread.
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view name) const {
-            std::uint64_t hash = name.size() * 0x9E3779B97F4A7C15u;
-            std::size_t i = 0;
-            for (; i + 8 <= name.size(); i += 8) {
-                std::uint64_t part;
-                std::memcpy(&part, name.data() + i, sizeof part);
-                hash = mix(hash ^ part);
-            }
-            // The last bytes: again the last eight, overlapping, where there are eight.
-            std::uint64_t rest = 0;
-            if (name.size() >= 8) std::memcpy(&rest, name.data() + name.size() - 8, sizeof rest);
-            else
-                for (; i < name.size(); ++i) rest = rest << 8 | static_cast<unsigned char>(name[i]);
-            return static_cast<std::size_t>(mix(hash ^ rest));
-        }
-        static std::uint64_t mix(std::uint64_t value) {
-            value *= 0xFF51AFD7ED558CCDu;
-            return value ^ (value >> 32);
-        }
-    };
     std::pmr::memory_resource* memory_;
     GrowingArray<Slot> slots_;  // a power of two of them, or none
     std::size_t count_ = 0;

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/description.hpp"
 
-#include <functional>
 #include <stdexcept>
 #include <utility>
 
 #include "diagnostics/messages.hpp"
+#include "text/name_hash.hpp"
 
 namespace edd {
 
@@ -21,13 +21,9 @@ void ItemTable::reserve(std::size_t items) {
     if (slots != index_.size()) grow_index(slots);
 }
 
-std::uint32_t ItemTable::hash_of(std::string_view name) {
-    return static_cast<std::uint32_t>(std::hash<std::string_view>{}(name));
-}
-
 const Item* ItemTable::find(std::string_view name) const {
     if (index_.empty()) return nullptr;
-    const std::uint32_t hash = hash_of(name);
+    const std::uint32_t hash = name_hash(name);
     const std::size_t mask = index_.size() - 1;
     for (std::size_t i = hash & mask;; i = (i + 1) & mask) {
         const Slot& slot = index_[i];
@@ -74,7 +70,7 @@ Item& ItemTable::get(std::string_view name) { return const_cast<Item&>(static_ca
 
 void ItemTable::insert(Item item) {
     if (!room_for(items_.size() + 1, index_.size())) grow_index(index_.empty() ? 64 : 2 * index_.size());
-    const std::uint32_t hash = hash_of(item.name());
+    const std::uint32_t hash = name_hash(item.name());
     const std::size_t mask = index_.size() - 1;
     std::size_t i = hash & mask;
     while (index_[i].position != 0) i = (i + 1) & mask;

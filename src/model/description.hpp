@@ -43,7 +43,6 @@ private:
         std::uint32_t position;
     };
     static bool room_for(std::size_t items, std::size_t slots) { return 4 * items <= 3 * slots; }
-    static std::uint32_t hash_of(std::string_view name);
     void grow_index(std::size_t slots);  // a power of two
     void place_again(Slot entry, std::size_t mask);
 
