@@ -69,7 +69,8 @@ SourceTextRoom::Room take_shared_room(std::size_t size, std::size_t alignment) {
     }
     const std::size_t at = offset();
     chunk->used = at + size;
-    return {chunk->bytes + at, std::move(chunk)};
+    const std::span<const char> kept(chunk->bytes, chunk->size);
+    return {chunk->bytes + at, std::move(chunk), kept};
 }
 
 bool shared_room_in_use() {
@@ -81,7 +82,8 @@ bool shared_room_in_use() {
 SourceTextRoom::Room SourceTextRoom::take(std::size_t size) {
     if (size < large_text) {
         std::shared_ptr<char[]> bytes(new char[size]);  // default-initialised: not cleared
-        return {bytes.get(), std::move(bytes)};
+        char* const taken = bytes.get();
+        return {taken, std::move(bytes), {taken, size}};
     }
     return take_shared_room(size, 1);
 }

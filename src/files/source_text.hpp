@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -36,6 +37,9 @@ public:
     struct Room {
         char* bytes;
         std::shared_ptr<const void> owner;  // keeps the bytes
+        // All that `owner` keeps, `bytes` among it. What is written there is never written
+        // over, so a text that lies in it stays as it is while `owner` lives.
+        std::span<const char> kept;
     };
     // `size` bytes, uninitialised. Throws std::bad_alloc.
     Room take(std::size_t size);

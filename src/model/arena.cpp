@@ -25,6 +25,11 @@ std::string_view copy_word(std::pmr::memory_resource& resource, std::string_view
     return spelling.empty() ? copy_text(resource, text) : spelling;
 }
 
+std::string_view Arena::word(std::string_view text) {
+    const std::string_view spelling = keyword_spelling(text);
+    return spelling.empty() ? copy(text) : spelling;
+}
+
 Arena::~Arena() {
     for (const Chunk& chunk : chunks_) platform::free_chunk(chunk.memory, chunk.size);
 }
@@ -52,19 +57,21 @@ void* Arena::take_shared(std::size_t bytes, std::size_t alignment) {
     next_chunk_size_ = largest_heap_chunk * 2;  // no more heap chunks
     if (bytes > shared_piece / 4) {  // room of its own; the current piece goes on
         SourceTextRoom::Room room = take_shared_room(bytes, alignment);
-        keep(std::move(room.owner));
+        keep(room);
         return room.bytes;
     }
     SourceTextRoom::Room room = take_shared_room(shared_piece, alignof(std::max_align_t));
-    keep(std::move(room.owner));
+    keep(room);
     const auto start = reinterpret_cast<std::uintptr_t>(room.bytes);
     if (start != end_) next_ = start;
     end_ = start + shared_piece;
     return take(bytes, alignment);
 }
 
-void Arena::keep(std::shared_ptr<const void> owner) {
-    if (shared_.empty() || shared_.back() != owner) shared_.push_back(std::move(owner));
+void Arena::keep(SourceTextRoom::Room& room) {
+    kept_begin_ = reinterpret_cast<std::uintptr_t>(room.kept.data());
+    kept_end_ = kept_begin_ + room.kept.size();
+    if (shared_.empty() || shared_.back() != room.owner) shared_.push_back(std::move(room.owner));
 }
 
 }  // namespace edd

@@ -2,7 +2,8 @@
 // The memory of one description: its values, their texts and their lists are carved from
 // large chunks, which all go together with the description. Nothing made here is
 // destroyed on its own, so what lives here owns no memory of its own: texts are views
-// into the arena and lists are std::pmr containers on it.
+// into the arena (or into the sources it shares room with) and lists are std::pmr
+// containers on it.
 #pragma once
 
 #include <cstddef>
@@ -16,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "files/source_text.hpp"
 #include "text/byte_copy.hpp"
 
 namespace edd {
@@ -47,11 +49,19 @@ public:
     T* make(Args&&... args) {
         return ::new (take(sizeof(T), alignof(T))) T(*this, std::forward<Args>(args)...);
     }
-    // copy_text without the virtual call.
+    // copy_text without the virtual call, and without a copy where the arena keeps the text
+    // already: a large description's sources are read into the room it shares with them.
     std::string_view copy(std::string_view text) {
-        return text.empty() ? std::string_view() : copy_to(take(text.size(), 1), text);
+        if (text.empty()) return {};
+        return keeps(text) ? text : copy_to(take(text.size(), 1), text);
     }
-    std::string_view word(std::string_view text) { return copy_word(*this, text); }
+    std::string_view word(std::string_view text);
+    // Whether `text` lies in room the arena keeps, where it stays as it is: the room shared
+    // with sources from which the arena took its latest piece.
+    bool keeps(std::string_view text) const {
+        const auto at = reinterpret_cast<std::uintptr_t>(text.data());
+        return at >= kept_begin_ && at < kept_end_ && text.size() <= kept_end_ - at;
+    }
     // A copy of `items` with room for `room` of them (at least their number), which need no
     // construction of their own.
     template <class T>
@@ -74,7 +84,7 @@ private:
     }
     void* take_new_chunk(std::size_t bytes, std::size_t alignment);
     void* take_shared(std::size_t bytes, std::size_t alignment);
-    void keep(std::shared_ptr<const void> owner);
+    void keep(SourceTextRoom::Room& room);
 
     void* do_allocate(std::size_t bytes, std::size_t alignment) override { return take(bytes, alignment); }
     void do_deallocate(void*, std::size_t, std::size_t) override {}
@@ -86,6 +96,8 @@ private:
     };
     std::vector<Chunk> chunks_;                          // from the heap
     std::vector<std::shared_ptr<const void>> shared_;  // keep the room shared with the sources
+    std::uintptr_t kept_begin_ = 0;
+    std::uintptr_t kept_end_ = 0;
     std::uintptr_t next_ = 0;
     std::uintptr_t end_ = 0;
     std::size_t next_chunk_size_ = std::size_t{64} << 10;

@@ -33,12 +33,15 @@ void scan_keys(std::span<const CodeToken> tokens, Found found) {
 
 }  // namespace
 
-CodeValue::CodeValue(Arena& arena, std::span<const CodeToken> tokens, std::size_t text_size)
+CodeValue::CodeValue(Arena& arena, std::span<const CodeToken> tokens)
     : Value(ValueKind::CODE), count_(static_cast<std::uint32_t>(tokens.size())) {
     if (tokens.empty()) return;
     tokens_ = arena.copy_array(tokens, tokens.size());
+    std::size_t text_size = 0;
+    for (const CodeToken& token : tokens) text_size += arena.keeps(token.text()) ? 0 : token.size;
     char* text = text_size == 0 ? nullptr : static_cast<char*>(arena.allocate(text_size, 1));
     for (CodeToken& token : std::span<CodeToken>(tokens_, count_)) {
+        if (arena.keeps(token.text())) continue;
         const char* source = token.data;
         token.data = text;
         text = copy_bytes(text, source, token.size);

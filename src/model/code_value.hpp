@@ -13,7 +13,7 @@
 
 namespace edd {
 
-// One token of code: its kind and its text (in the arena, once the value holds it).
+// One token of code: its kind and its text (kept by the arena, once the value holds it).
 struct CodeToken {
     std::uint32_t kind;
     std::uint32_t size;  // beside the kind: a token takes 16 bytes
@@ -24,9 +24,9 @@ struct CodeToken {
 class CodeValue final : public Value {
 public:
     explicit CodeValue(Arena&) : Value(ValueKind::CODE) {}
-    // The tokens, in an array of exactly their number; their texts, `text_size` bytes in
-    // all, are copied to one block of the arena.
-    CodeValue(Arena& arena, std::span<const CodeToken> tokens, std::size_t text_size);
+    // The tokens, in an array of exactly their number; the texts the arena does not keep
+    // already are copied to one block of it.
+    CodeValue(Arena& arena, std::span<const CodeToken> tokens);
 
     ValuePtr clone(Arena& arena) const override;
     std::string to_string() const override;

@@ -35,7 +35,6 @@ ValuePtr Parser::parse_plain_value() {
 ValuePtr Parser::parse_method_definition() {
     expect("{");
     code_tokens_.clear();
-    std::size_t text_size = 0;
     for (int depth = 1;;) {
         if (at_end()) expect("}");
         advance();
@@ -44,9 +43,8 @@ ValuePtr Parser::parse_method_definition() {
         else if (token.is(RIGHT_CURLY_BRACKET) && --depth == 0) break;
         const std::string_view text = token.text();
         code_tokens_.push_back({token.kind(), static_cast<std::uint32_t>(text.size()), text.data()});
-        text_size += text.size();
     }
-    return make<CodeValue>(std::span<const CodeToken>(code_tokens_), text_size);
+    return make<CodeValue>(std::span<const CodeToken>(code_tokens_));
 }
 
 // method_type : ( char | int | long | float | double | unsigned ( unsigned | char | int | long | float | double ) ) ';'

@@ -29,8 +29,12 @@ Parser::Parser(TokenStream& source, std::string file_name, const Profile& profil
 ValuePtr Parser::make_simple(ValueKind kind, std::string_view text) { return make<SimpleValue>(kind, text); }
 
 ValuePtr Parser::make_keyword(const Token& token) {
-    if (token.word().in_table()) return make<SimpleValue>(ValueKind::KEYWORD, LastingText{spelling_of(token.word())});
-    return make_simple(ValueKind::KEYWORD, token.text());
+    const Word word = token.word();
+    if (!word.in_table()) return make_simple(ValueKind::KEYWORD, token.text());
+    if (keyword_values_.empty()) keyword_values_.resize(word_number_limit - first_table_word);
+    ValuePtr& value = keyword_values_[word.number() - first_table_word];
+    if (!value.is_set()) value = make<SimpleValue>(ValueKind::KEYWORD, LastingText{spelling_of(word)});
+    return value;
 }
 
 ValuePtr Parser::expect_integer() {

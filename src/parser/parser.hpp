@@ -48,7 +48,8 @@ private:
         return description_.arena->make<V>(std::forward<Args>(args)...);
     }
     ValuePtr make_simple(ValueKind kind, std::string_view text);
-    // A keyword value of a token: a word of the keyword table keeps the table's own text.
+    // A keyword value of a token: a word of the keyword table keeps the table's own text,
+    // and one value of it serves every use.
     ValuePtr make_keyword(const Token& token);
     // One token of a kind, or of a set of words, as a value of that kind; a mismatch is fatal.
     ValuePtr expect_integer();
@@ -196,6 +197,9 @@ private:
     std::vector<CodeToken> code_tokens_;  // a method body being read, texts still in the sources
     std::vector<ValuePtr> list_entries_;  // the entries of the lists being read, innermost last
     std::vector<Attribute> composed_fields_;  // the same for the structured entries being read
+    // The keyword values made so far, by word: nothing changes a value once made, so one
+    // serves every use of its word (a fifth of a large description's values are keywords).
+    std::vector<ValuePtr> keyword_values_;
     // The attributes of the item being read, until it is kept with room for exactly them:
     // the buffer serves item after item, released when each is kept.
     alignas(std::max_align_t) std::byte item_slot_buffer_[4096];

@@ -7,11 +7,17 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <random>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "files/source_text.hpp"
+#include "frontend/token_kind.hpp"
 #include "model/arena.hpp"
+#include "model/code_value.hpp"
+#include "model/simple_value.hpp"
 
 namespace edd {
 namespace {
@@ -52,6 +58,40 @@ TEST(Arena, AlignedAndDisjoint) {
         ASSERT_TRUE(std::all_of(t.at, t.at + t.size, [&t](unsigned char c) { return c == t.fill; }));
     EXPECT_EQ(arena.copy("text"), "text");
     EXPECT_EQ(arena.word("VARIABLE").data(), arena.word("VARIABLE").data());  // the keyword table's own text
+}
+
+// Texts of a large source are the arena's without a copy: they lie in the room it shares
+// with the source, which it keeps once the reading is over and the source is gone.
+TEST(Arena, KeepsSourceTextsAfterTheReading) {
+    constexpr std::string_view code = "x = [key]; put_message(\"done\");";
+    auto room = std::make_unique<SourceText>([code] {
+        SourceTextRoom::Room taken = SourceTextRoom().take(100'001);
+        std::memset(taken.bytes, ' ', 100'000);
+        std::memcpy(taken.bytes + 50'000, code.data(), code.size());
+        taken.bytes[100'000] = '\0';
+        return SourceText(std::move(taken.owner), taken.bytes, 100'000);
+    }());
+    const std::string_view source = room->view().substr(50'000, code.size());
+    Arena arena;  // after the source, like a parse's: it takes room beside it
+    auto* string = arena.make<SimpleValue>(ValueKind::STRING, source.substr(24, 4));
+    const std::string_view name = arena.copy(source.substr(0, 1));
+    const std::pair<std::uint32_t, std::string_view> pieces[] = {
+        {IDENTIFIER, source.substr(0, 1)}, {EQUALS, source.substr(2, 1)}, {LEFT_SQUARE_BRACKET, source.substr(4, 1)},
+        {IDENTIFIER, source.substr(5, 3)}, {STRING, source.substr(24, 0)}, {STRING, source.substr(24, 4)}};
+    std::vector<CodeToken> tokens;
+    for (const auto& [kind, text] : pieces) tokens.push_back({kind, static_cast<std::uint32_t>(text.size()), text.data()});
+    const CodeValue* method = arena.make<CodeValue>(std::span<const CodeToken>(tokens));
+    EXPECT_EQ(name.data(), source.data());
+    EXPECT_EQ(string->text().data(), source.data() + 24);
+    EXPECT_EQ(method->tokens()[3].data, source.data() + 5);
+
+    room.reset();
+    EXPECT_EQ(name, "x");
+    EXPECT_EQ(string->text(), "done");
+    EXPECT_EQ(method->to_string(), "x = [ key \"\" \"done\" ");
+    KeySet keys;
+    method->collect_dictionary_keys(keys);
+    EXPECT_EQ(keys, KeySet{"key"});
 }
 
 }  // namespace

@@ -20,15 +20,13 @@ std::string keys_of(std::string code) {
     Diagnostics sink(diag, diag);
     Lexer lexer = Lexer::from_text(std::move(code), "code", sink);
     std::vector<CodeToken> tokens;
-    std::size_t text_size = 0;
     for (Token t = lexer.next_token(); !t.is(END_OF_FILE); t = lexer.next_token()) {
         if (t.is(WHITESPACE) || t.is(NEWLINE) || t.is(COMMENT)) continue;
         tokens.push_back({t.kind(), static_cast<std::uint32_t>(t.text().size()), t.text().data()});
-        text_size += t.text().size();
     }
     KeySet keys{"earlier"};
     Arena arena;
-    arena.make<CodeValue>(std::span<const CodeToken>(tokens), text_size)->collect_dictionary_keys(keys);
+    arena.make<CodeValue>(std::span<const CodeToken>(tokens))->collect_dictionary_keys(keys);
     std::string out;
     for (const std::string& key : keys) out += key + ' ';
     return out;
@@ -60,7 +58,7 @@ TEST(MethodCode, TextsOutliveTheirSource) {
                                 piece(RIGHT_SQUARE_BRACKET, 2, 1), piece(IDENTIFIER, 4, 1),
                                 piece(STRING, 7, 0), piece(IDENTIFIER, 9, 44)};
     Arena arena;
-    const CodeValue* code = arena.make<CodeValue>(std::span<const CodeToken>(tokens), 48);
+    const CodeValue* code = arena.make<CodeValue>(std::span<const CodeToken>(tokens));
     const ValuePtr copy = code->clone(arena);
     source.assign(source.size(), '#');
     EXPECT_EQ(code->to_string(), "[ k ] x \"\" long_name_of_more_than_thirty_two_bytes_0123 ");
