@@ -6,7 +6,7 @@
 // A TokenBlock is a counted vector. A TokenSequence is a list of spans over blocks it
 // shares: a macro body taken whole into other bodies, or expanded many times, is stored
 // once, and only the spans (counted like tokens) are copied. Both live in the memory they
-// are given, with everything they allocate: a preprocessor gives them a pool of its own.
+// are given, with everything they allocate: a preprocessor gives them memory of its own.
 #pragma once
 
 #include <cstddef>
