@@ -124,8 +124,9 @@ inline std::size_t token_count(const Token& t) {
 // make_shared in `memory`: the object and its share count together.
 template <class T, class... Arguments>
 std::shared_ptr<T> make_shared_in(std::pmr::memory_resource* memory, Arguments&&... arguments) {
-    using Allocator = std::pmr::polymorphic_allocator<std::remove_cv_t<T>>;
-    return std::allocate_shared<T>(Allocator(memory), std::forward<Arguments>(arguments)...);
+    // Made as a T without const, which not every library strips itself.
+    using Made = std::remove_cv_t<T>;
+    return std::allocate_shared<Made>(std::pmr::polymorphic_allocator<Made>(memory), std::forward<Arguments>(arguments)...);
 }
 
 inline bool is_blank(const Token& t) { return t.is(WHITESPACE) || t.is(NEWLINE) || t.is(COMMENT); }
