@@ -39,12 +39,14 @@ CodeValue::CodeValue(Arena& arena, std::span<const CodeToken> tokens)
     tokens_ = arena.copy_array(tokens, tokens.size());
     std::size_t text_size = 0;
     for (const CodeToken& token : tokens) text_size += arena.keeps(token.text()) ? 0 : token.size;
-    char* text = text_size == 0 ? nullptr : static_cast<char*>(arena.allocate(text_size, 1));
-    for (CodeToken& token : std::span<CodeToken>(tokens_, count_)) {
-        if (arena.keeps(token.text())) continue;
-        const char* source = token.data;
-        token.data = text;
-        text = copy_bytes(text, source, token.size);
+    if (text_size != 0) {
+        char* text = static_cast<char*>(arena.allocate(text_size, 1));
+        for (CodeToken& token : std::span<CodeToken>(tokens_, count_)) {
+            if (arena.keeps(token.text())) continue;
+            const char* source = token.data;
+            token.data = text;
+            text = copy_bytes(text, source, token.size);
+        }
     }
     bool keys = false;
     scan_keys(this->tokens(), [&keys](std::string_view) { return !(keys = true); });
