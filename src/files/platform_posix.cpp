@@ -15,6 +15,17 @@
 
 #include "files/platform.hpp"
 
+#if defined(__SANITIZE_ADDRESS__)
+#define TARNWICK_LEAK_CHECKER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TARNWICK_LEAK_CHECKER 1
+#endif
+#endif
+#ifdef TARNWICK_LEAK_CHECKER
+#include <sanitizer/lsan_interface.h>
+#endif
+
 namespace edd::platform {
 
 namespace {
@@ -166,6 +177,25 @@ std::uint32_t new_file_mode() {
 namespace {
 
 // `size` bytes (whole huge pages) mapped with `protection` on a huge-page boundary.
+// A leak checker looks for pointers in the heap and the program's own data, not in memory
+// mapped apart: a heap block that only such memory points to would count as lost when the
+// process ends with it still in use (the driver leaves its stages to the end).
+void watch_mapping(void* at, std::size_t size) {
+#ifdef TARNWICK_LEAK_CHECKER
+    __lsan_register_root_region(at, size);
+#else
+    (void)at, (void)size;
+#endif
+}
+
+void unwatch_mapping(void* at, std::size_t size) {
+#ifdef TARNWICK_LEAK_CHECKER
+    __lsan_unregister_root_region(at, size);
+#else
+    (void)at, (void)size;
+#endif
+}
+
 void* map_aligned(std::size_t size, int protection, bool huge_pages) {
     void* mapped = mmap(nullptr, size + huge_page, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapped == MAP_FAILED) throw std::bad_alloc();
@@ -178,6 +208,7 @@ void* map_aligned(std::size_t size, int protection, bool huge_pages) {
 #ifdef MADV_HUGEPAGE
     if (huge_pages) madvise(reinterpret_cast<void*>(aligned), size, MADV_HUGEPAGE);  // advice only
 #endif
+    watch_mapping(reinterpret_cast<void*>(aligned), size);
     return reinterpret_cast<void*>(aligned);
 }
 
@@ -189,8 +220,12 @@ void* allocate_chunk(std::size_t size) {
 }
 
 void free_chunk(void* memory, std::size_t size) noexcept {
-    if (size % huge_page != 0) ::operator delete(memory);
-    else munmap(memory, size);
+    if (size % huge_page != 0) {
+        ::operator delete(memory);
+    } else {
+        unwatch_mapping(memory, size);
+        munmap(memory, size);
+    }
 }
 
 // Without access until committed: a system that counts the memory a process may write counts
@@ -206,7 +241,10 @@ void commit_range(void* at, std::size_t size) {
 #endif
 }
 
-void release_range(void* memory, std::size_t size) noexcept { munmap(memory, size); }
+void release_range(void* memory, std::size_t size) noexcept {
+    unwatch_mapping(memory, size);
+    munmap(memory, size);
+}
 
 void prepare_process(void (*cleanup)() noexcept) {
     interrupt_cleanup = cleanup;
