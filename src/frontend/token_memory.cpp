@@ -13,7 +13,7 @@ TokenMemory::TokenMemory() {
 }
 
 TokenMemory::~TokenMemory() {
-    for (char* piece : heap_pieces_) ::operator delete(piece, piece_size, std::align_val_t(grain));
+    for (char* piece : heap_pieces_) ::operator delete(piece, std::align_val_t(grain));
 }
 
 void* TokenMemory::do_allocate(std::size_t bytes, std::size_t alignment) {
@@ -26,7 +26,7 @@ void* TokenMemory::do_allocate(std::size_t bytes, std::size_t alignment) {
 }
 
 void TokenMemory::do_deallocate(void* memory, std::size_t bytes, std::size_t alignment) {
-    if (!small(bytes, alignment)) return ::operator delete(memory, bytes, std::align_val_t(alignment));
+    if (!small(bytes, alignment)) return ::operator delete(memory, std::align_val_t(alignment));
     FreeBlock*& first = free_[size_class(bytes)];
     first = ::new (memory) FreeBlock{first};
 }
