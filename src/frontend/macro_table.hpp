@@ -37,7 +37,6 @@ class MacroTable {
 public:
     // The macros and their bodies live in `memory`.
     explicit MacroTable(std::pmr::memory_resource* memory) : memory_(memory) {}
-    std::pmr::memory_resource* memory() const { return memory_; }
 
     // Shared with the expansions being read, which outlive an #undef.
     const std::shared_ptr<const Macro>* find(std::string_view name) const {
